@@ -1,0 +1,40 @@
+# Shared settings for the project's own targets: warnings as errors, sanitizers on request.
+
+set(LUMBRA_WARNINGS -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion
+    -Wnon-virtual-dtor -Wold-style-cast -Woverloaded-virtual -Werror)
+
+if(LUMBRA_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-omit-frame-pointer
+                      -fno-sanitize-recover=undefined)
+  add_link_options(-fsanitize=address,undefined)
+endif()
+
+# Applies the project's warning set to one of its own targets.
+function(lumbra_target_options target)
+  target_compile_options(${target} PRIVATE ${LUMBRA_WARNINGS})
+  target_include_directories(${target} PUBLIC ${PROJECT_SOURCE_DIR})
+endfunction()
+
+# A static library made of every .cpp of the calling folder (optionally filtered), so that adding a
+# file to a folder needs no edit here.
+function(lumbra_folder_library target)
+  cmake_parse_arguments(ARG "" "" "EXCLUDE;LIBS" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+  foreach(pattern ${ARG_EXCLUDE})
+    list(FILTER sources EXCLUDE REGEX "${pattern}")
+  endforeach()
+  if(NOT sources)
+    # Headers only, for now.
+    add_library(${target} INTERFACE)
+    target_include_directories(${target} INTERFACE ${PROJECT_SOURCE_DIR})
+    if(ARG_LIBS)
+      target_link_libraries(${target} INTERFACE ${ARG_LIBS})
+    endif()
+    return()
+  endif()
+  add_library(${target} STATIC ${sources})
+  lumbra_target_options(${target})
+  if(ARG_LIBS)
+    target_link_libraries(${target} PUBLIC ${ARG_LIBS})
+  endif()
+endfunction()

@@ -1,0 +1,45 @@
+#pragma once
+// The host's numbered files: a process-wide table that hands out the lowest free number (1 and up)
+// and maps it to a file open for output, append, binary access or input. Failures come back as the
+// host's error numbers, never as exceptions.
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace lumbra::platform {
+
+enum class FileMode {
+    Output,  // created, or emptied when it exists
+    Append,  // created when missing, written at its end
+    Binary,  // created when missing, opened for reading and writing, nothing emptied
+    Input,   // must exist; read line by line
+};
+
+// The host's error numbers for the file errors the program can meet.
+inline constexpr std::int16_t kErrBadFileNameOrNumber = 52;
+inline constexpr std::int16_t kErrFileNotFound = 53;
+inline constexpr std::int16_t kErrFileAlreadyOpen = 55;
+inline constexpr std::int16_t kErrDiskFull = 61;
+inline constexpr std::int16_t kErrInputPastEnd = 62;
+inline constexpr std::int16_t kErrPermissionDenied = 70;
+inline constexpr std::int16_t kErrPathFileAccess = 75;
+inline constexpr std::int16_t kErrPathNotFound = 76;
+
+// The host's description of an error number ("File not found" for 53).
+std::string ErrDescription(std::int16_t err);
+
+// The lowest number that no open file holds.
+std::int16_t FreeFile();
+// Opens path under num; 0 on success, else the error number (55 when num is already open).
+std::int16_t FileOpen(std::int16_t num, const std::string& path, FileMode mode);
+bool FileIsOpen(std::int16_t num);
+// Reads one line without its terminator (CR LF, CR or LF); 62 past the end, 52 when not open.
+std::int16_t FileReadLine(std::int16_t num, std::string& line);
+// Writes text, followed by CR LF when newline is set; 0 or the error number (61 disk full).
+std::int16_t FileWrite(std::int16_t num, std::string_view text, bool newline);
+// Closes num, delivering what was written; 0 or the error number of the final write.
+std::int16_t FileClose(std::int16_t num);
+void FileCloseAll();
+
+}  // namespace lumbra::platform
