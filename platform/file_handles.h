@@ -31,7 +31,9 @@ std::string ErrDescription(std::int16_t err);
 
 // The lowest number that no open file holds.
 std::int16_t FreeFile();
-// Opens path under num; 0 on success, else the error number (55 when num is already open).
+// Opens path under num; 0 on success, else the error number (55 when num is already open, or when
+// the file is open under another number and mode is Output or Append). Paths are Windows-1252
+// text; "\" separates folders as "/" does.
 std::int16_t FileOpen(std::int16_t num, const std::string& path, FileMode mode);
 bool FileIsOpen(std::int16_t num);
 // Reads one line without its terminator (CR LF, CR or LF); 62 past the end, 52 when not open.
@@ -41,5 +43,8 @@ std::int16_t FileWrite(std::int16_t num, std::string_view text, bool newline);
 // Closes num, delivering what was written; 0 or the error number of the final write.
 std::int16_t FileClose(std::int16_t num);
 void FileCloseAll();
+// Whether the file that path names is open under some number (the host refuses to delete it, or to
+// open it a second time for output or append).
+bool FileHeldOpen(const std::string& path);
 
 }  // namespace lumbra::platform

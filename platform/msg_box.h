@@ -11,7 +11,7 @@ namespace lumbra::platform {
 enum class MsgIcon { Critical, Exclamation, Information, Question };
 
 class MsgSink {
-public:
+  public:
     virtual ~MsgSink() = default;
     // Shows a modal box with an OK button and returns when it is dismissed.
     virtual void show(const std::string& title, const std::string& text, MsgIcon icon) = 0;

@@ -12,7 +12,7 @@
 namespace lumbra {
 
 class Variant {
-public:
+  public:
     enum class Kind { Empty, Null, Text, Int16, Int32, Double };
 
     Variant() = default;
@@ -45,16 +45,20 @@ public:
     // The held number as a double (0 for kinds that hold none).
     double number() const {
         switch (kind()) {
-            case Kind::Int16: return int16();
-            case Kind::Int32: return int32();
-            case Kind::Double: return dbl();
-            default: return 0.0;
+            case Kind::Int16:
+                return int16();
+            case Kind::Int32:
+                return int32();
+            case Kind::Double:
+                return dbl();
+            default:
+                return 0.0;
         }
     }
 
     friend bool operator==(const Variant&, const Variant&) = default;
 
-private:
+  private:
     struct NullTag {
         friend bool operator==(NullTag, NullTag) = default;
     };

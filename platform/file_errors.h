@@ -1,0 +1,18 @@
+#pragma once
+// Turns the host's reasons for a failed file operation into the error numbers the program reports
+// (see file_handles.h for the numbers and ErrDescription for their texts).
+
+#include <cstdint>
+#include <string_view>
+
+namespace lumbra::platform {
+
+// The error number for errno value errnum met while working on hostPath (the name as the host
+// knows it). A missing name is "File not found" when its folder exists and "Path not found" when a
+// folder on the way is missing.
+std::int16_t FileErrorFromErrno(int errnum, std::string_view hostPath);
+
+// Whether the folder that would hold hostPath exists.
+bool ParentFolderExists(std::string_view hostPath);
+
+}  // namespace lumbra::platform

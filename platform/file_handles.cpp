@@ -1,0 +1,223 @@
+#include "platform/file_handles.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/types.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstddef>
+#include <map>
+#include <memory>
+
+#include "platform/file_errors.h"
+#include "platform/host_text.h"
+
+namespace lumbra::platform {
+namespace {
+
+// The host hands out numbers 1 to 511.
+constexpr std::int16_t kLastFileNumber = 511;
+constexpr std::size_t kReadChunk = 64 * 1024;
+
+struct OpenFile {
+    int fd = -1;
+    FileMode mode = FileMode::Input;
+    dev_t device = 0;
+    ino_t inode = 0;
+    // Input only: bytes read ahead of the caller, and whether a CR just ended a line, so that an
+    // LF right after it belongs to the same terminator even across two reads.
+    std::string buffer;
+    std::size_t pos = 0;
+    bool skipLf = false;
+};
+
+// The program runs its files from the one window thread, so the table needs no lock.
+std::map<std::int16_t, OpenFile>& Table() {
+    static std::map<std::int16_t, OpenFile> table;
+    return table;
+}
+
+OpenFile* Find(std::int16_t num) {
+    auto it = Table().find(num);
+    return it == Table().end() ? nullptr : &it->second;
+}
+
+bool HeldOpen(const struct stat& st) {
+    for (const auto& [num, file] : Table()) {
+        if (file.device == st.st_dev && file.inode == st.st_ino) return true;
+    }
+    return false;
+}
+
+int OpenFlags(FileMode mode) {
+    switch (mode) {
+        case FileMode::Output:
+            return O_WRONLY | O_CREAT | O_TRUNC;
+        case FileMode::Append:
+            return O_WRONLY | O_CREAT | O_APPEND;
+        case FileMode::Binary:
+            return O_RDWR | O_CREAT;
+        case FileMode::Input:
+            return O_RDONLY;
+    }
+    return O_RDONLY;
+}
+
+std::int16_t IoErrorFromErrno(int errnum) {
+    switch (errnum) {
+        case ENOSPC:
+        case EDQUOT:
+        case EFBIG:
+            return kErrDiskFull;
+        case EBADF:
+            return kErrBadFileNameOrNumber;
+        default:
+            return kErrPathFileAccess;
+    }
+}
+
+// Reads the next chunk; 0 at the end of the file, -1 after setting err.
+ssize_t Refill(OpenFile& file, std::int16_t& err) {
+    file.buffer.resize(kReadChunk);
+    file.pos = 0;
+    for (;;) {
+        const ssize_t got = ::read(file.fd, file.buffer.data(), kReadChunk);
+        if (got >= 0) {
+            file.buffer.resize(static_cast<std::size_t>(got));
+            return got;
+        }
+        if (errno == EINTR) continue;
+        err = IoErrorFromErrno(errno);
+        file.buffer.clear();
+        return -1;
+    }
+}
+
+}  // namespace
+
+std::int16_t FreeFile() {
+    for (std::int16_t num = 1; num <= kLastFileNumber; ++num) {
+        if (!FileIsOpen(num)) return num;
+    }
+    return 0;
+}
+
+std::int16_t FileOpen(std::int16_t num, const std::string& path, FileMode mode) {
+    if (num < 1 || num > kLastFileNumber) return kErrBadFileNameOrNumber;
+    if (FileIsOpen(num)) return kErrFileAlreadyOpen;
+    if (path.empty()) return kErrBadFileNameOrNumber;
+    const std::string host = HostPath(path);
+
+    // Checked before opening: opening for output empties the file at once.
+    if (mode == FileMode::Output || mode == FileMode::Append) {
+        struct stat st {};
+        if (::stat(host.c_str(), &st) == 0 && S_ISREG(st.st_mode) && HeldOpen(st)) {
+            return kErrFileAlreadyOpen;
+        }
+    }
+
+    int fd = -1;
+    do {
+        fd = ::open(host.c_str(), OpenFlags(mode) | O_CLOEXEC | O_NOCTTY, 0666);
+    } while (fd < 0 && errno == EINTR);
+    if (fd < 0) return FileErrorFromErrno(errno, host);
+
+    struct stat st {};
+    if (::fstat(fd, &st) != 0 || S_ISDIR(st.st_mode)) {
+        ::close(fd);
+        return kErrPathFileAccess;
+    }
+    OpenFile file;
+    file.fd = fd;
+    file.mode = mode;
+    file.device = st.st_dev;
+    file.inode = st.st_ino;
+    Table().emplace(num, std::move(file));
+    return 0;
+}
+
+bool FileIsOpen(std::int16_t num) {
+    return Find(num) != nullptr;
+}
+
+std::int16_t FileReadLine(std::int16_t num, std::string& line) {
+    OpenFile* file = Find(num);
+    if (file == nullptr || file->mode != FileMode::Input) return kErrBadFileNameOrNumber;
+    line.clear();
+    bool any = false;
+    for (;;) {
+        if (file->pos == file->buffer.size()) {
+            std::int16_t err = 0;
+            const ssize_t got = Refill(*file, err);
+            if (got < 0) return err;
+            if (got == 0) break;
+        }
+        if (file->skipLf) {
+            file->skipLf = false;
+            if (file->buffer[file->pos] == '\n') {
+                ++file->pos;
+                continue;
+            }
+        }
+        const std::size_t end = file->buffer.find_first_of("\r\n", file->pos);
+        if (end == std::string::npos) {
+            line.append(file->buffer, file->pos);
+            file->pos = file->buffer.size();
+            any = true;
+            continue;
+        }
+        line.append(file->buffer, file->pos, end - file->pos);
+        file->skipLf = file->buffer[end] == '\r';
+        file->pos = end + 1;
+        return 0;
+    }
+    // The last line counts even without a terminator; after it comes the end.
+    return any ? 0 : kErrInputPastEnd;
+}
+
+std::int16_t FileWrite(std::int16_t num, std::string_view text, bool newline) {
+    OpenFile* file = Find(num);
+    if (file == nullptr || file->mode == FileMode::Input) return kErrBadFileNameOrNumber;
+    // One write per call: a full disk is reported by the write that meets it, and nothing is held
+    // back when the program ends at once.
+    std::string withEnd;
+    if (newline) {
+        withEnd.reserve(text.size() + 2);
+        withEnd.append(text).append("\r\n");
+        text = withEnd;
+    }
+    std::size_t done = 0;
+    while (done < text.size()) {
+        const ssize_t put = ::write(file->fd, text.data() + done, text.size() - done);
+        if (put < 0) {
+            if (errno == EINTR) continue;
+            return IoErrorFromErrno(errno);
+        }
+        if (put == 0) return kErrDiskFull;
+        done += static_cast<std::size_t>(put);
+    }
+    return 0;
+}
+
+std::int16_t FileClose(std::int16_t num) {
+    auto it = Table().find(num);
+    if (it == Table().end()) return 0;
+    const int fd = it->second.fd;
+    Table().erase(it);
+    // Linux releases the descriptor even when close reports EINTR, so it is not retried.
+    if (::close(fd) != 0 && errno != EINTR) return IoErrorFromErrno(errno);
+    return 0;
+}
+
+void FileCloseAll() {
+    while (!Table().empty())
+        FileClose(Table().begin()->first);
+}
+
+bool FileHeldOpen(const std::string& path) {
+    struct stat st {};
+    return !path.empty() && ::stat(HostPath(path).c_str(), &st) == 0 && HeldOpen(st);
+}
+
+}  // namespace lumbra::platform

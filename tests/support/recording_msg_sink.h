@@ -1,0 +1,45 @@
+#pragma once
+// The message box of the tests: records every box in order and never waits for anyone, and turns
+// the end of the program into a ProgramEnded exception the test can expect. Installed while the
+// object lives; the sink that was current before comes back after it.
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "platform/msg_box.h"
+
+namespace lumbra::test {
+
+struct RecordedBox {
+    std::string title;
+    std::string text;
+    platform::MsgIcon icon = platform::MsgIcon::Critical;
+    friend bool operator==(const RecordedBox&, const RecordedBox&) = default;
+};
+
+void PrintTo(const RecordedBox& box, std::ostream* os);
+
+class RecordingMsgSink : public platform::MsgSink {
+  public:
+    RecordingMsgSink();
+    ~RecordingMsgSink() override;
+    RecordingMsgSink(const RecordingMsgSink&) = delete;
+    RecordingMsgSink& operator=(const RecordingMsgSink&) = delete;
+
+    void show(const std::string& title, const std::string& text, platform::MsgIcon icon) override;
+    // Records status, then throws platform::ProgramEnded{status}.
+    [[noreturn]] void endProgram(int status) override;
+
+    const std::vector<RecordedBox>& boxes() const { return boxes_; }
+    // The statuses of every end of the program asked for, in order.
+    const std::vector<int>& endings() const { return endings_; }
+    void clear();
+
+  private:
+    platform::MsgSink* previous_;
+    std::vector<RecordedBox> boxes_;
+    std::vector<int> endings_;
+};
+
+}  // namespace lumbra::test

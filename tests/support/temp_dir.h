@@ -1,0 +1,43 @@
+#pragma once
+// A real folder for one test, under the test run's temporary folder, removed with everything in it
+// when the object goes.
+
+#include <string>
+#include <string_view>
+
+namespace lumbra::test {
+
+class TempDir {
+  public:
+    TempDir();
+    ~TempDir();
+    TempDir(const TempDir&) = delete;
+    TempDir& operator=(const TempDir&) = delete;
+
+    // The folder, without a trailing "/".
+    const std::string& path() const { return path_; }
+    // The path of name inside the folder.
+    std::string file(std::string_view name) const;
+    // Creates (or replaces) name with exactly these bytes.
+    void write(std::string_view name, std::string_view bytes) const;
+    // The bytes of name; "" when it cannot be read.
+    std::string read(std::string_view name) const;
+    bool exists(std::string_view name) const;
+
+  private:
+    std::string path_;
+};
+
+// Makes dir the current folder while the object lives, for tests of relative paths.
+class ScopedCurrentDir {
+  public:
+    explicit ScopedCurrentDir(const std::string& dir);
+    ~ScopedCurrentDir();
+    ScopedCurrentDir(const ScopedCurrentDir&) = delete;
+    ScopedCurrentDir& operator=(const ScopedCurrentDir&) = delete;
+
+  private:
+    std::string previous_;
+};
+
+}  // namespace lumbra::test
