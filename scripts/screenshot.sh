@@ -1,0 +1,65 @@
+#!/usr/bin/env bash
+# Pictures the main window on a private virtual display, so that its look can be checked on a
+# machine without a desktop.
+#   scripts/screenshot.sh [BUILD_DIR] [OUT_DIR]
+# BUILD_DIR defaults to build/dev, OUT_DIR to BUILD_DIR/screenshots. Writes lumbra.png (the window
+# as it opens, first page current).
+set -euo pipefail
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+build=$(cd "${1:-$root/build/dev}" && pwd)
+out=${2:-$build/screenshots}
+bin="$build/app/lumbra"
+if [ ! -x "$bin" ]; then
+  echo "screenshot: $bin is not built" >&2
+  exit 1
+fi
+for tool in Xvfb xwininfo import; do
+  command -v "$tool" >/dev/null || { echo "screenshot: $tool is missing (scripts/packages-desktop.txt)" >&2; exit 1; }
+done
+mkdir -p "$out"
+
+work=$(mktemp -d)
+xvfb_pid=
+app_pid=
+cleanup() {
+  local status=$?
+  set +e
+  for pid in $app_pid $xvfb_pid; do
+    kill "$pid" 2>/dev/null
+    wait "$pid" 2>/dev/null
+  done
+  rm -rf "$work"
+  exit "$status"
+}
+trap cleanup EXIT
+
+# Xvfb picks a free display itself and writes its number once it accepts clients.
+Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp 3>"$work/display" 2>"$work/xvfb.log" &
+xvfb_pid=$!
+for _ in $(seq 100); do
+  [ -s "$work/display" ] && break
+  kill -0 "$xvfb_pid" 2>/dev/null || { cat "$work/xvfb.log" >&2; exit 1; }
+  sleep 0.1
+done
+[ -s "$work/display" ] || { echo "screenshot: Xvfb did not start" >&2; exit 1; }
+display=":$(head -n1 "$work/display")"
+
+args=()
+[ -f "$root/examples/Lumbra.par" ] && args=(-FP "$root/examples/Lumbra.par")
+DISPLAY=$display QT_QPA_PLATFORM=xcb "$bin" "${args[@]}" >"$work/app.log" 2>&1 &
+app_pid=$!
+
+# The window is found by its title; give it a moment after mapping to paint.
+window=
+for _ in $(seq 100); do
+  window=$(xwininfo -display "$display" -root -tree 2>/dev/null |
+    awk '/para POS/ && /[0-9]+x[0-9]+\+/ { print $1; exit }')
+  [ -n "$window" ] && break
+  kill -0 "$app_pid" 2>/dev/null || { echo "screenshot: lumbra ended early" >&2; cat "$work/app.log" >&2; exit 1; }
+  sleep 0.1
+done
+[ -n "$window" ] || { echo "screenshot: no window appeared" >&2; cat "$work/app.log" >&2; exit 1; }
+sleep 1
+
+import -display "$display" -window "$window" "$out/lumbra.png"
+echo "$out/lumbra.png"
