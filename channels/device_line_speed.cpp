@@ -1,0 +1,17 @@
+// Kept apart from the other line functions: the kernel's termios2, which holds the speed as a
+// number, cannot share a file with the C library's <termios.h>.
+#include <asm/termbits.h>
+#include <sys/ioctl.h>
+
+#include "channels/device_line.h"
+
+namespace lumbra {
+
+std::int64_t DeviceLineSpeed(int fd) {
+    struct termios2 tio {};
+    if (::ioctl(fd, TCGETS2, &tio) != 0) return -1;
+    // The kernel keeps c_ospeed in step with the CBAUD code, whichever way the speed was set.
+    return static_cast<std::int64_t>(tio.c_ospeed);
+}
+
+}  // namespace lumbra

@@ -1,0 +1,109 @@
+#include "channels/GlbComFr.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QLineEdit>
+#include <QPushButton>
+#include <chrono>
+
+#include "platform/qt_codepage.h"
+#include "tests/channels/port_map.h"
+#include "tests/support/pty_pair.h"
+#include "tests/support/recording_msg_sink.h"
+
+namespace lumbra {
+namespace {
+
+// Lets the port deliver what arrived; gives up after a generous bound so a fault fails the test
+// instead of hanging it.
+template <typename Condition>
+bool EventsUntil(Condition done) {
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    while (!done() && std::chrono::steady_clock::now() < deadline)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+    return done();
+}
+
+class HostFormTest : public ::testing::Test {
+  protected:
+    void SetUp() override { test::MapPorts({{1, pty.slavePath()}}); }
+    void TearDown() override { test::MapPorts({}); }
+    test::RecordingMsgSink boxes;
+    test::PtyPair pty;
+    GlbComFr form;
+};
+
+TEST_F(HostFormTest, LoadsHiddenWithThePanelDefaults) {
+    EXPECT_FALSE(form.isVisible());
+    EXPECT_EQ(platform::ToCp1252(form.windowTitle()),
+              "Controlo de comunicac\xF5"
+              "es");
+    EXPECT_EQ(form.txPserNum->text(), QStringLiteral("1"));
+    EXPECT_EQ(form.txPserOpc->text(), QStringLiteral("9600,n,8,1"));
+    EXPECT_TRUE(form.hasPSer(1));
+    EXPECT_FALSE(form.hasPSer(2));
+}
+
+TEST_F(HostFormTest, PanelSendsTheTextWithCrLfOnTheChosenPort) {
+    form.txCom->setText(platform::FromCp1252("ABC\xE7"));
+    form.cmPserAbr->click();
+    form.cmPserEnv->click();
+    EXPECT_EQ(pty.readExactly(6), "ABC\xE7\r\n");
+    form.cmPserFec->click();
+    EXPECT_FALSE(form.pSer(1).portOpen());
+    EXPECT_TRUE(boxes.boxes().empty());
+}
+
+TEST_F(HostFormTest, ModemTestSendsAtAndClosesThePort) {
+    form.Command1->click();
+    EXPECT_EQ(pty.readExactly(3), "AT\r");
+    EXPECT_FALSE(form.MSComm1().portOpen());
+    EXPECT_EQ(form.MSComm1().settings(), "9600,N,8,1");
+    EXPECT_TRUE(boxes.boxes().empty());
+}
+
+TEST_F(HostFormTest, ReceivedBytesWaitUntilReceiveIsPressedThenAreDropped) {
+    form.cmPserAbr->click();
+    SerialPortControl& port = form.pSer(1);
+    pty.send("xyz");
+    ASSERT_TRUE(EventsUntil([&] { return port.inBufferCount() == 3; }));
+    EXPECT_EQ(port.commEvent(), comEvNone);
+    form.cmPserRec->click();
+    pty.send("!");
+    EXPECT_TRUE(EventsUntil([&] { return port.commEvent() == comEvReceive; }));
+    EXPECT_EQ(port.inBufferCount(), 0);
+}
+
+TEST_F(HostFormTest, PanelErrorsAreShownAndTheFormStays) {
+    form.txPserNum->setText(QStringLiteral("abc"));
+    form.cmPserAbr->click();
+    form.txPserNum->setText(QStringLiteral("1"));
+    form.cmPserFec->click();
+    const std::string title =
+        "Controlo de comunicac\xF5"
+        "es";
+    const std::vector<test::RecordedBox> want = {
+        {title, "Funcao: Abrir|Erro:Port number 0 is outside 1..9"},
+        {title, "Funcao: Fechar|Erro:Port 1 is not open"},
+    };
+    EXPECT_EQ(boxes.boxes(), want);
+}
+
+TEST_F(HostFormTest, NewElementsCopyElementOneAndExistingOnesAreKept) {
+    SerialPortControl& first = form.pSer(1);
+    ASSERT_TRUE(first.setCommPort(4));
+    ASSERT_TRUE(first.setSettings("19200,e,7,1"));
+    form.loadPSer(1);
+    EXPECT_EQ(&form.pSer(1), &first);
+    EXPECT_EQ(first.commPort(), 4);
+    form.loadPSer(3);
+    EXPECT_EQ(form.pSer(3).commPort(), 4);
+    EXPECT_EQ(form.pSer(3).settings(), "19200,e,7,1");
+    ASSERT_TRUE(form.pSer(3).setCommPort(5));
+    form.loadPSer(3);
+    EXPECT_EQ(form.pSer(3).commPort(), 5);
+}
+
+}  // namespace
+}  // namespace lumbra

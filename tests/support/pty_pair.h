@@ -1,0 +1,39 @@
+#pragma once
+// A pseudo-terminal pair standing in for a serial device: the port under test opens the slave by
+// its path, and the test reads from the master exactly the bytes that reached the "device". The
+// pair holds no descriptor of the slave, so the port under test is its only user.
+
+#include <chrono>
+#include <cstddef>
+#include <string>
+
+namespace lumbra::test {
+
+class PtyPair {
+  public:
+    // Fails the current test (and leaves master() at -1) when no pair can be made.
+    PtyPair();
+    ~PtyPair();
+    PtyPair(const PtyPair&) = delete;
+    PtyPair& operator=(const PtyPair&) = delete;
+
+    int master() const { return master_; }
+    // "/dev/pts/N".
+    const std::string& slavePath() const { return slavePath_; }
+
+    // Everything that arrives until nothing more comes for quiet.
+    std::string readAvailable(std::chrono::milliseconds quiet = std::chrono::milliseconds(200));
+    // Reads until count bytes arrived, the slave side is closed and empty, or limit passes.
+    std::string readExactly(std::size_t count,
+                            std::chrono::milliseconds limit = std::chrono::seconds(30));
+    // Sends bytes to the port, as a device answering.
+    void send(const std::string& bytes);
+    // Takes the device away: the slave's user sees a hang-up.
+    void closeMaster();
+
+  private:
+    int master_ = -1;
+    std::string slavePath_;
+};
+
+}  // namespace lumbra::test
