@@ -1,0 +1,144 @@
+// Creation and destruction of the option table, its initialise/release operations, and the stack
+// of files it reads from.
+
+#include "options/TdaOpc.h"
+
+#include <chrono>
+#include <cstdio>
+#include <ctime>
+
+#include "platform/file_handles.h"
+#include "util/files/text_files.h"
+#include "util/text/chars.h"
+#include "util/text/split.h"
+#include "util/text/value.h"
+
+namespace lumbra {
+
+namespace {
+
+// The file open routine's error mode that shows the message and ends the program.
+constexpr std::int16_t kErrModeShowAndEnd = 3;
+constexpr int kHeaderLines = 5;
+
+// The host's text of a positive single-precision number: a leading blank, at most seven
+// significant digits, no zero before the decimal point (" .5").
+std::string SingleText(double d) {
+    char buf[32];
+    std::snprintf(buf, sizeof buf, "%.7g", static_cast<double>(static_cast<float>(d)));
+    std::string digits = buf;
+    if (digits.rfind("0.", 0) == 0) digits.erase(0, 1);
+    return " " + digits;
+}
+
+// "hh:mm:ss" and the seconds since midnight of the host's centisecond timer, both from one
+// reading of the clock.
+std::string CreationStamp() {
+    const auto now = std::chrono::system_clock::now();
+    const std::time_t seconds = std::chrono::system_clock::to_time_t(now);
+    const std::tm local = *std::localtime(&seconds);
+    const auto centis =
+        std::chrono::duration_cast<std::chrono::milliseconds>(now.time_since_epoch()).count() %
+        1000 / 10;
+    const double sinceMidnight = local.tm_hour * 3600.0 + local.tm_min * 60.0 + local.tm_sec +
+                                 static_cast<double>(centis) / 100.0;
+
+    char clock[16];
+    std::snprintf(clock, sizeof clock, "%02d:%02d:%02d", local.tm_hour, local.tm_min, local.tm_sec);
+    return clock + SingleText(sinceMidnight);
+}
+
+}  // namespace
+
+TdaOpc::TdaOpc() {
+    DbgInf_ = CreationStamp();
+    KvIni();
+}
+
+TdaOpc::~TdaOpc() {
+    KvFim();
+}
+
+void TdaOpc::KvIni() {
+    opcLin.assign(1, std::string());
+    MemLpz();
+    ficQtd = 0;
+    ficNum.assign(1, 0);
+    OpcEspIni();
+}
+
+void TdaOpc::KvFim() {
+    const std::int16_t open = ficQtd;
+    for (std::int16_t i = 0; i < open; ++i)
+        FicFec();
+    memTab.clear();
+    opcTab.clear();
+    tboTab.clear();
+    ficNum.clear();
+    opcLin.clear();
+    cabLin.clear();
+}
+
+std::int16_t TdaOpc::FicNov() {
+    const std::int16_t n = platform::FreeFile();
+    ++ficQtd;
+    ficNum.resize(static_cast<std::size_t>(ficQtd) + 1);
+    ficNum[static_cast<std::size_t>(ficQtd)] = n;
+    return n;
+}
+
+std::int16_t TdaOpc::FicFec() {
+    if (ficQtd < 1) return -1;
+    // A file that is already closed, or whose last write fails, still leaves the stack.
+    const std::int16_t num = ficNum[static_cast<std::size_t>(ficQtd)];
+    platform::FileClose(num);
+    FinishWholeWrite(num);
+    --ficQtd;
+    ficNum.resize(static_cast<std::size_t>(ficQtd) + 1);
+    return ficNum[static_cast<std::size_t>(ficQtd)];
+}
+
+std::int16_t TdaOpc::FicAtu() const {
+    if (ficQtd < 1) return -1;
+    return ficNum[static_cast<std::size_t>(ficQtd)];
+}
+
+void TdaOpc::tboFic(const std::string& fic) {
+    ficTbo_ = fic;
+}
+
+void TdaOpc::tboPrp(const std::string& fic, const std::string& inf) {
+    ficTbo_ = fic;
+    tboAbr(fic, inf);
+}
+
+void TdaOpc::tboFim() {
+    tboFec();
+}
+
+void TdaOpc::tboFec() {
+    FicFec();
+}
+
+void TdaOpc::tboAbr(const std::string& fic, const std::string& inf) {
+    const std::int16_t n = FicNov();
+    std::int16_t err = kErrModeShowAndEnd;
+    FicAbr(n, fic, "I", inf, err);
+
+    // The header is consumed whatever it holds, so reading starts at the sixth line; a short file
+    // leaves the missing lines empty.
+    cabLin.assign(kHeaderLines + 1, std::string());
+    for (std::size_t i = 1; i <= kHeaderLines; ++i) {
+        std::string line;
+        std::int16_t readErr = 0;
+        FicLerLin(n, line, readErr);
+        cabLin[i] = readErr == 0 ? std::string(TrimBlanks(line)) : std::string();
+    }
+
+    std::string before = cabLin[2];
+    std::string type;
+    TxSepMo("PE T", before, ":", type);
+    ficTip_ = TxMai(type);
+}
+
+}  // namespace lumbra

@@ -1,0 +1,153 @@
+// A parameter file being written back must survive the program being killed at any moment: a
+// child process rewrites a large file over and over; it is frozen at random points to look at the
+// file, as a crash at that point would leave it, and finally killed. Every look must find exactly
+// the old content or the new one, and interrupted writes must not leave replacement files piling
+// up.
+
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <random>
+#include <string>
+
+#include "options/TdaOpc.h"
+#include "tests/support/temp_dir.h"
+
+namespace lumbra::test {
+namespace {
+
+constexpr int kRounds = 50;
+constexpr int kRecords = 2000;
+constexpr int kLooksPerRound = 3;
+
+// The file with its state variable holding estado; every other record is the same in both.
+std::string Content(const std::string& estado) {
+    std::string bytes =
+        "'Nome       : grande.par\r\n'Tipo       : PAR\r\n'Data       : \r\n'Versao     : "
+        "1.0\r\n'Descricao  : Muitos registos\r\n\r\n#DADOS - Registos\r\n";
+    for (int i = 1; i <= kRecords; ++i) {
+        bytes += "Registo " + std::to_string(i) + " [R" + std::to_string(i) +
+                 "]=valor com algum texto " + std::to_string(i * 7919) + "\r\n";
+    }
+    bytes += "Estado [ESTADO]=" + estado + "\r\n##\r\n";
+    return bytes;
+}
+
+std::size_t FilesIn(const TempDir& dir) {
+    std::size_t n = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(dir.path())) {
+        (void)entry;
+        ++n;
+    }
+    return n;
+}
+
+// The child: flips the state between "A" and "BB" and writes the file back, forever. It tells the
+// parent through ready when it starts.
+[[noreturn]] void RewriteForever(const std::string& fic, int ready) {
+    try {
+        TdaOpc opc;
+        const char byte = 1;
+        if (::write(ready, &byte, 1) != 1) ::_exit(3);
+        for (long round = 0; round < 1000000; ++round) {
+            opc.RegPrp(fic);
+            Variant estado = std::string();
+            opc.RegCon("ESTADO", estado);
+            opc.RegVarAlt("ESTADO", estado.text() == "A" ? "BB" : "A");
+            opc.RegExe("", 0);
+        }
+    } catch (...) {
+        ::_exit(2);
+    }
+    ::_exit(0);
+}
+
+TEST(WholeFileReplacement, AKilledWriterLeavesTheOldFileOrTheNewOneWhole) {
+    TempDir dir;
+    const std::string fic = dir.file("grande.par");
+    const std::string oldContent = Content("A");
+    const std::string newContent = Content("BB");
+    dir.write("grande.par", oldContent);
+
+    // One write-back on this machine, in this build: the looks are spread over that span, so that
+    // they land all over the child's work however fast it runs.
+    const auto start = std::chrono::steady_clock::now();
+    {
+        TdaOpc opc;
+        opc.RegPrp(fic);
+        opc.RegExe("", 0);
+    }
+    const long cycle = static_cast<long>(std::chrono::duration_cast<std::chrono::microseconds>(
+                                             std::chrono::steady_clock::now() - start)
+                                             .count());
+    ASSERT_EQ(dir.read("grande.par"), oldContent);
+
+    const unsigned seed = std::random_device{}();
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    std::mt19937 random(seed);
+    std::uniform_int_distribution<long> delay(0, std::max(cycle, 1000L));
+
+    int seenOld = 0;
+    int seenNew = 0;
+    for (int round = 0; round < kRounds; ++round) {
+        int fds[2];
+        ASSERT_EQ(::pipe(fds), 0);
+        const pid_t child = ::fork();
+        ASSERT_GE(child, 0);
+        if (child == 0) {
+            ::close(fds[0]);
+            RewriteForever(fic, fds[1]);
+        }
+        ::close(fds[1]);
+        char byte = 0;
+        const ssize_t got = ::read(fds[0], &byte, 1);
+        ::close(fds[0]);
+
+        // What the file looks like at this moment; false when it is neither old nor new.
+        const auto look = [&](const char* when) {
+            const std::string now = dir.read("grande.par");
+            const bool whole = now == oldContent || now == newContent;
+            EXPECT_TRUE(whole) << "round " << round << ", " << when << ": the file holds "
+                               << now.size() << " bytes, neither " << oldContent.size() << " nor "
+                               << newContent.size();
+            (now == oldContent ? seenOld : seenNew)++;
+            return whole;
+        };
+
+        bool whole = got == 1;
+        int status = 0;
+        for (int i = 0; i < kLooksPerRound && whole; ++i) {
+            ::usleep(static_cast<useconds_t>(delay(random)));
+            ::kill(child, SIGSTOP);
+            ::waitpid(child, &status, WUNTRACED);
+            whole = look("frozen");
+            ::kill(child, SIGCONT);
+        }
+        ::usleep(static_cast<useconds_t>(delay(random)));
+        ::kill(child, SIGKILL);
+        ASSERT_EQ(::waitpid(child, &status, 0), child);
+        ASSERT_EQ(got, 1) << "the child did not start (status " << status << ")";
+        ASSERT_TRUE(whole);
+        ASSERT_TRUE(WIFSIGNALED(status)) << "the child stopped by itself, status " << status;
+        ASSERT_TRUE(look("killed"));
+        ASSERT_LE(FilesIn(dir), 2u) << "at most the one replacement file of an interrupted write";
+    }
+    // Both states turning up shows the child got its work done and the looks landed at different
+    // points of it.
+    EXPECT_GT(seenOld, 0);
+    EXPECT_GT(seenNew, 0);
+
+    TdaOpc opc;
+    opc.RegPrp(fic);
+    opc.RegExe("", 0);
+    EXPECT_EQ(FilesIn(dir), 1u) << "a complete write leaves nothing beside the file";
+}
+
+}  // namespace
+}  // namespace lumbra::test
