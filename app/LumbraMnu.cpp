@@ -24,10 +24,7 @@ LumbraMnu::LumbraMnu(QWidget* parent) : QMainWindow(parent) {
     ui.setupUi(this);
     frmAct = 0;
 
-    connect(ui.txCnvDec, &QLineEdit::textChanged, this, &LumbraMnu::txCnvDec_Change);
-    connect(ui.txCnvHex, &QLineEdit::textChanged, this, &LumbraMnu::txCnvHex_Change);
-    connect(ui.cmFim, &QPushButton::clicked, this, &QWidget::close);
-    connect(ui.mnuFim, &QAction::triggered, this, &QWidget::close);
+    connectEvents();
 }
 
 void LumbraMnu::LumbraMsgLpz() {
@@ -53,6 +50,7 @@ void LumbraMnu::LumbraMsgSep(std::int16_t nl) {
 void LumbraMnu::closeEvent(QCloseEvent* event) {
     if (!unloaded_) {
         unloaded_ = true;
+        Form_Unload();
         emit unloading();
     }
     event->accept();

@@ -1,7 +1,7 @@
 #pragma once
-// The program's only window: the device pages, the base converter and the message list. Device
-// actions and the start sequence are connected to the controls (ui) from outside; the window itself
-// owns the base conversion, the message list and closing.
+// The program's only window: the device pages, the base converter and the message list. Its events
+// start the program (Form_Load), run the device actions on the rows selected in its lists, re-read
+// the configuration and end the program when it closes.
 
 #include <QMainWindow>
 #include <cstdint>
@@ -21,6 +21,25 @@ class LumbraMnu : public QMainWindow {
     explicit LumbraMnu(QWidget* parent = nullptr);
 
     LumbraMnuUi ui;
+
+    // The start sequence: channels, configuration, lists, preset texts, selected rows. Runs before
+    // the window is shown; a parameter file that cannot be opened ends the program here.
+    void Form_Load();
+
+    // Fills the four selection lists from the configuration tables and selects their first
+    // entries (which shows the first drawer command).
+    void LumbraOpcIni();
+    // Takes the selected list positions into Gb().ligIdx, gavIdx, disIdx and txLigTst into ligTx.
+    void LumbraOpcPrp();
+
+    // The device actions of the buttons, without their busy pointer.
+    void LumbraLigTst();
+    void LumbraGavAbr();
+    void LumbraDisExe();
+    void LumbraDisVer(const std::string& tx);
+
+    // True while the drawer cycle runs ("Ciclo" then reads "Parar").
+    bool cycleRunning() const { return cycleRunning_; }
 
     // 1 while the program itself writes into controls: the conversion boxes then ignore their
     // change, so a conversion never converts back into the box being edited.
@@ -45,10 +64,23 @@ class LumbraMnu : public QMainWindow {
     void closeEvent(QCloseEvent* event) override;
 
   private:
+    void connectEvents();
     void txCnvDec_Change();
     void txCnvHex_Change();
 
+    void cmLigTst_Click();
+    void cbGavAbr_Click();
+    void cmGavAbr_Click();
+    void cmAbrCic_Click();
+    void cmDisExe_Click();
+    void cmDisTxm_Click();
+    void mnuLerCfg_Click();
+    void mnuTbCfg_Click();
+    void Form_Unload();
+
     bool unloaded_ = false;
+    bool cycleRunning_ = false;
+    bool cycleStop_ = false;
 };
 
 }  // namespace lumbra

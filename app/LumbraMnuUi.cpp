@@ -18,6 +18,7 @@
 #include <cmath>
 
 #include "platform/qt_codepage.h"
+#include "platform/qt_cp1252_validator.h"
 
 namespace lumbra {
 namespace {
@@ -202,6 +203,10 @@ void LumbraMnuUi::setupUi(QMainWindow* window) {
     txDisTxm =
         TextBox(frDis, "txDisTxm", "Texto para display", Twips(2040, 2790, 5955, 330), Mono(9));
     cmDisTxm = Button(frDis, "cmDisTxm", "Mostrar", Twips(2040, 3180, 1275, 315), Normal());
+
+    // What is typed there goes out in Windows-1252: the boxes refuse what it cannot hold.
+    txLigTst->setValidator(new platform::Cp1252Validator(txLigTst));
+    txDisTxm->setValidator(new platform::Cp1252Validator(txDisTxm));
 
     lbRes = Place(new QListWidget(spare), "lbRes", Twips(1200, 1110, 4425, 1950), Mono(8.25));
     lbRes->setVerticalScrollMode(QAbstractItemView::ScrollPerItem);

@@ -37,6 +37,8 @@ int main(int argc, char** argv) {
     lumbra::platform::SetMsgSink(&sink);
 
     lumbra::LumbraMnu window;
+    // A parameter file that cannot be opened ends the program here, before any window shows.
+    window.Form_Load();
     window.show();
     const int status = QApplication::exec();
 

@@ -1,5 +1,7 @@
 #include "channels/PgmFic.h"
 
+#include <utility>
+
 #include "channels/GlbComFr.h"
 #include "channels/channel_table.h"
 #include "platform/file_handles.h"
@@ -38,7 +40,21 @@ CanReg* PreparedSlot(std::int16_t can, const std::string& fn) {
     return &Slots()[static_cast<std::size_t>(can)];
 }
 
+ChannelWriteObserver& Observer() {
+    static ChannelWriteObserver observer;
+    return observer;
+}
+
+void Written(std::int16_t can, std::string_view bytes) {
+    if (!Observer() || !InRange(can) || static_cast<std::size_t>(can) >= Slots().size()) return;
+    Observer()(Slots()[static_cast<std::size_t>(can)], bytes);
+}
+
 }  // namespace channel_table
+
+void SetChannelWriteObserver(ChannelWriteObserver observer) {
+    channel_table::Observer() = std::move(observer);
+}
 
 namespace {
 

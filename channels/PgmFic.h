@@ -7,7 +7,9 @@
 // Serial ports live on the hidden host form GlbComFr, so CanIni needs a QApplication.
 
 #include <cstdint>
+#include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "util/text/variant.h"
@@ -70,5 +72,10 @@ std::int16_t CanModNum(const std::string& m);
 // The channel error box: title "Erro no ficheiro: " + the channel's name, text "Funcao: " + fn +
 // "|Erro:" + the description err. Nothing for can < 1.
 void CanErr(const std::int16_t& can, const std::string& fn, const std::string& err);
+
+// Told of every successful write: the channel and the bytes that left through it, line end
+// included. The console tool lists them; one observer at a time, an empty one removes it.
+using ChannelWriteObserver = std::function<void(const CanReg& channel, std::string_view bytes)>;
+void SetChannelWriteObserver(ChannelWriteObserver observer);
 
 }  // namespace lumbra

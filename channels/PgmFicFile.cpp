@@ -85,7 +85,11 @@ void CanFicGrv(const std::int16_t& can, const std::string& tx, const std::int16_
         }
     }
     const std::int16_t err = platform::FileWrite(r->num, tx, nl == 1);
-    if (err != 0) CanErr(can, "Gravar TX", platform::ErrDescription(err));
+    if (err != 0) {
+        CanErr(can, "Gravar TX", platform::ErrDescription(err));
+    } else {
+        channel_table::Written(can, nl == 1 ? tx + "\r\n" : tx);
+    }
 }
 
 }  // namespace lumbra

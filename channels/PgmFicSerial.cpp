@@ -57,7 +57,11 @@ void CanPserFec(const std::int16_t& can) {
 
 void CanPserEsc(const std::int16_t& can, const std::string& tx) {
     SerialPortControl* control = ControlOf(can, "Escrever");
-    if (control != nullptr && !control->output(tx)) CanErr(can, "Escrever", control->errorText());
+    if (control == nullptr) return;
+    if (!control->output(tx))
+        CanErr(can, "Escrever", control->errorText());
+    else
+        channel_table::Written(can, tx);
 }
 
 }  // namespace lumbra

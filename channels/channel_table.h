@@ -19,4 +19,7 @@ bool InRange(std::int16_t can);
 // (silently) or beyond the table, that is never prepared (reported in the box under fn).
 CanReg* PreparedSlot(std::int16_t can, const std::string& fn);
 
+// Passes a successful write on to the observer, if there is one.
+void Written(std::int16_t can, std::string_view bytes);
+
 }  // namespace lumbra::channel_table

@@ -2,9 +2,11 @@
 
 #include <QApplication>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QWidget>
 #include <cstdio>
 #include <cstdlib>
+#include <utility>
 
 #include "platform/qt_codepage.h"
 
@@ -25,6 +27,11 @@ QMessageBox::Icon BoxIcon(MsgIcon icon) {
     return QMessageBox::NoIcon;
 }
 
+const MsgBoxStopButton*& CurrentStopButton() {
+    static const MsgBoxStopButton* current = nullptr;
+    return current;
+}
+
 bool HaveWidgets() {
     return qobject_cast<QApplication*>(QCoreApplication::instance()) != nullptr;
 }
@@ -41,7 +48,22 @@ void QtMsgSink::show(const std::string& title, const std::string& text, MsgIcon 
                     QApplication::activeWindow());
     // Our texts are plain: a "<" in a file name must not turn the text into markup.
     box.setTextFormat(Qt::PlainText);
+    const MsgBoxStopButton* stop = CurrentStopButton();
+    const QAbstractButton* stopButton =
+        stop != nullptr ? box.addButton(FromCp1252(stop->caption), QMessageBox::RejectRole)
+                        : nullptr;
+    box.setDefaultButton(QMessageBox::Ok);
     box.exec();
+    if (stopButton != nullptr && box.clickedButton() == stopButton && stop->stop) stop->stop();
+}
+
+MsgBoxStopButton::MsgBoxStopButton(std::string caption_, std::function<void()> stop_)
+    : caption(std::move(caption_)), stop(std::move(stop_)), previous_(CurrentStopButton()) {
+    CurrentStopButton() = this;
+}
+
+MsgBoxStopButton::~MsgBoxStopButton() {
+    CurrentStopButton() = previous_;
 }
 
 void QtMsgSink::endProgram(int status) {
