@@ -17,6 +17,7 @@
 #include <string>
 
 #include "options/TdaOpc.h"
+#include "tests/options/file_text.h"
 #include "tests/support/temp_dir.h"
 
 namespace lumbra::test {
@@ -37,15 +38,6 @@ std::string Content(const std::string& estado) {
     }
     bytes += "Estado [ESTADO]=" + estado + "\r\n##\r\n";
     return bytes;
-}
-
-std::size_t FilesIn(const TempDir& dir) {
-    std::size_t n = 0;
-    for (const auto& entry : std::filesystem::directory_iterator(dir.path())) {
-        (void)entry;
-        ++n;
-    }
-    return n;
 }
 
 // The child: flips the state between "A" and "BB" and writes the file back, forever. It tells the

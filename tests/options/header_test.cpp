@@ -16,6 +16,7 @@
 #include "options/TdaOpc.h"
 #include "options/atomic_file.h"
 #include "platform/file_handles.h"
+#include "tests/options/file_text.h"
 #include "tests/support/recording_msg_sink.h"
 #include "tests/support/temp_dir.h"
 
@@ -31,15 +32,6 @@ class HeaderTdaOpc : public TdaOpc {
     std::int16_t fileCount() const { return ficQtd; }
 };
 
-std::string Lines(std::initializer_list<std::string_view> lines) {
-    std::string bytes;
-    for (const std::string_view line : lines) {
-        bytes += line;
-        bytes += "\r\n";
-    }
-    return bytes;
-}
-
 const std::string kRule = "'" + std::string(79, '=');
 const std::string kDefinicoes =
     "Defini\xE7\xF5"
@@ -50,15 +42,6 @@ const std::string kConfiguracao = "Configura\xE7\xE3o";
 const std::string kExampleHeader =
     Lines({"'Nome       : Lumbra.par", "'Tipo       : PAR", "'Data       : ", "'Versao     : 1.0",
            "'Descricao  : " + kConfiguracao, ""});
-
-std::size_t FilesIn(const TempDir& dir) {
-    std::size_t n = 0;
-    for (const auto& entry : std::filesystem::directory_iterator(dir.path())) {
-        (void)entry;
-        ++n;
-    }
-    return n;
-}
 
 class HeaderTest : public ::testing::Test {
   protected:

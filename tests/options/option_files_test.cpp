@@ -10,6 +10,7 @@
 
 #include "options/TdaOpc.h"
 #include "platform/msg_box.h"
+#include "tests/options/file_text.h"
 #include "tests/support/recording_msg_sink.h"
 #include "tests/support/temp_dir.h"
 
@@ -21,15 +22,6 @@ class TableTdaOpc : public TdaOpc {
     const std::vector<TboReg>& entries() const { return tboTab; }
     std::int16_t fileCount() const { return ficQtd; }
 };
-
-std::string Lines(std::initializer_list<std::string_view> lines) {
-    std::string bytes;
-    for (const std::string_view line : lines) {
-        bytes += line;
-        bytes += "\r\n";
-    }
-    return bytes;
-}
 
 const std::string kHeader =
     Lines({"'Nome       : Programas.tbo", "'Tipo       : TBO",

@@ -17,6 +17,7 @@
 #include "options/TdaOpc.h"
 #include "platform/file_handles.h"
 #include "platform/msg_box.h"
+#include "tests/options/file_text.h"
 #include "tests/support/recording_msg_sink.h"
 #include "tests/support/temp_dir.h"
 #include "tests/support/unprivileged.h"
@@ -31,30 +32,12 @@ class RecordTdaOpc : public TdaOpc {
     std::int16_t fileCount() const { return ficQtd; }
 };
 
-std::string Lines(std::initializer_list<std::string_view> lines) {
-    std::string bytes;
-    for (const std::string_view line : lines) {
-        bytes += line;
-        bytes += "\r\n";
-    }
-    return bytes;
-}
-
 const std::string kEliminated = "\xAB\xBB";
 
 // Eight lines: the header, one empty line, two variables.
 const std::string kEight =
     Lines({"'Nome       : Lumbra.par", "'Tipo       : PAR", "'Data       : ", "'Versao     : 1.0",
            "'Descricao  : Loja", "", "Porta [PORTA] = COM1", "Vel [N:VEL]=9600"});
-
-std::size_t FilesIn(const TempDir& dir) {
-    std::size_t n = 0;
-    for (const auto& entry : std::filesystem::directory_iterator(dir.path())) {
-        (void)entry;
-        ++n;
-    }
-    return n;
-}
 
 class RecordsTest : public ::testing::Test {
   protected:
