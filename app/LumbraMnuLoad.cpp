@@ -9,6 +9,7 @@
 #include "app/FicEdi.h"
 #include "app/LumbraGb.h"
 #include "app/LumbraMnu.h"
+#include "app/device_actions.h"
 #include "platform/qt_codepage.h"
 
 namespace lumbra {
@@ -43,9 +44,9 @@ void LumbraMnu::Form_Load() {
     LumbraMsgLpz();
     LumbraIni();
     LumbraOpcIni();
-    ui.txLigTst->setText(platform::FromCp1252("Teste de liga\xE7\xE3o"));
+    ui.txLigTst->setText(platform::FromCp1252(kLigTstPreset));
     ui.laLigRes->setText(QString());
-    ui.txDisTxm->setText(platform::FromCp1252("Texto para display"));
+    ui.txDisTxm->setText(platform::FromCp1252(kDisTxmPreset));
     ui.txCnvDec->setText(QString());
     ui.txCnvHex->setText(QString());
     frmAct = 0;

@@ -12,6 +12,10 @@
 
 namespace lumbra {
 
+// The texts the test boxes hold when the program starts (Windows-1252).
+inline constexpr const char* kLigTstPreset = "Teste de liga\xE7\xE3o";
+inline constexpr const char* kDisTxmPreset = "Texto para display";
+
 // The connection-test line: the text followed by CR LF.
 std::string ConnectionTestLine(const std::string& ligTx);
 

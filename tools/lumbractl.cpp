@@ -1,0 +1,126 @@
+#include "tools/lumbractl.h"
+
+#include <QApplication>
+#include <cstdio>
+#include <optional>
+#include <vector>
+
+#include "app/LumbraGb.h"
+#include "platform/host_text.h"
+#include "platform/msg_box.h"
+#include "platform/program.h"
+#include "tools/byte_report.h"
+#include "tools/console_msg_sink.h"
+#include "tools/device_commands.h"
+#include "tools/exit_status.h"
+#include "tools/help_text.h"
+#include "tools/standalone_commands.h"
+#include "tools/tool_args.h"
+#include "tools/tool_text.h"
+
+namespace lumbra::ctl {
+namespace {
+
+void PrintText(std::FILE* out, std::string text) {
+    if (!text.empty() && text.back() == '\n') text.pop_back();
+    PrintLine(out, text);
+}
+
+// Qt's start without a desktop warns about the desktop environment it does not find (no
+// runtime folder, say); standard error belongs to the channel boxes, so those warnings are dropped
+// while it starts. Anything worse still gets through.
+class QuietQtStart {
+  public:
+    QuietQtStart() : previous_(qInstallMessageHandler(Filter)) {}
+    ~QuietQtStart() { qInstallMessageHandler(previous_); }
+    QuietQtStart(const QuietQtStart&) = delete;
+    QuietQtStart& operator=(const QuietQtStart&) = delete;
+
+  private:
+    static void Filter(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+        if (type != QtCriticalMsg && type != QtFatalMsg) return;
+        std::fprintf(stderr, "%s\n", qPrintable(qFormatLogMessage(type, context, text)));
+    }
+    QtMessageHandler previous_;
+};
+
+// Closes every channel and port when the command is done, however it ended.
+class ProgramSession {
+  public:
+    ProgramSession() = default;
+    ~ProgramSession() { LumbraFim(); }
+    ProgramSession(const ProgramSession&) = delete;
+    ProgramSession& operator=(const ProgramSession&) = delete;
+};
+
+int RunWithConfiguration(const ToolArgs& a, const OptionTexts& texts, char* programName) {
+    // Only the engine's own switches reach the command line it reads: a text such as
+    // --texto "-FP x" must not name the parameter file.
+    std::vector<const char*> engineArgv;
+    for (const std::string& arg : a.engineArgs)
+        engineArgv.push_back(arg.c_str());
+    platform::SetProgramArgs(static_cast<int>(engineArgv.size()), engineArgv.data());
+
+    // The serial ports live on a hidden form, so a QApplication is needed; no window is ever
+    // shown, and none may be asked of a machine without a display. The minimal platform loads no
+    // fonts, which the offscreen one would read from the whole font configuration at the first
+    // widget: a third of the tool's start.
+    qputenv("QT_QPA_PLATFORM", "minimal");
+    int qtArgc = 1;
+    char* qtArgv[] = {programName, nullptr};
+    std::optional<QApplication> app;
+    {
+        const QuietQtStart quiet;
+        app.emplace(qtArgc, qtArgv);
+    }
+
+    ConsoleMsgSink sink;
+    const ProgramSession session;
+    try {
+        LumbraIni();
+    } catch (const platform::ProgramEnded&) {
+        // The engine has shown its open-failure message.
+        return kExitNoParameterFile;
+    }
+    std::optional<ByteReporter> reporter;
+    if (a.bytes) reporter.emplace();
+    try {
+        return RunConfiguredCommand(a.command, texts, sink);
+    } catch (const platform::ProgramEnded&) {
+        return kExitChannelFailed;
+    }
+}
+
+}  // namespace
+
+int RunLumbraCtl(int argc, char** argv) {
+    const ParsedArgs parsed = ParseToolArgs(argc, argv);
+    if (!parsed.error.empty()) return ReportUsageError(parsed.error);
+    const ToolArgs& a = parsed.args;
+    if (a.version) {
+        PrintText(stdout, VersionText());
+        return kExitOk;
+    }
+    if (a.help) {
+        PrintText(stdout, a.command.empty() ? ToolHelp() : CommandHelp(a.command));
+        return kExitOk;
+    }
+
+    OptionTexts texts;
+    for (const auto& [name, value] : a.options) {
+        std::string bytes;
+        if (!ArgumentToCp1252(value, bytes)) {
+            return ReportUsageError("o valor de " + name + " tem um car\xE1" +
+                                    "cter que o Windows-1252 n\xE3o tem: \"" +
+                                    platform::FromHostText(value) + "\"");
+        }
+        texts[name] = bytes;
+    }
+
+    if (a.command == "converter") return RunConverter(texts);
+    if (a.command == "portas") return RunPortas();
+    static char fallbackName[] = "lumbractl";
+    return RunWithConfiguration(a, texts, argc > 0 && argv[0] != nullptr ? argv[0] : fallbackName);
+}
+
+}  // namespace lumbra::ctl

@@ -1,0 +1,9 @@
+// lumbractl: the window's device actions from the command line.
+
+#include "platform/program.h"
+#include "tools/lumbractl.h"
+
+int main(int argc, char** argv) {
+    lumbra::platform::SetProgramArgs(argc, argv);
+    return lumbra::ctl::RunLumbraCtl(argc, argv);
+}
