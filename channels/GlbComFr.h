@@ -1,12 +1,13 @@
 #pragma once
-// The hidden form that serial-port controls live on. Element pSer(can) of its control array is the
+// The host form that serial-port controls live on. Element pSer(can) of its control array is the
 // port control of channel can; element 1 exists from the start and also serves the form's serial
 // test panel. The form also has a one-button modem test on its own control MSComm1. The channel
-// module creates it and never shows it; the panel and the modem test work once it is shown.
+// module creates it and never shows it.
 //
-// The controls are public, as on any form: the program and its tests reach them by name.
+// The controls a user sees (the test panel, the modem test button) belong to the form's window,
+// GlbComFrUi, built only when someone wants to show the form: the ports themselves need no window
+// system, so a program that never shows the form loads none.
 
-#include <QWidget>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -16,21 +17,14 @@
 #include "channels/serial_port_control.h"
 #include "util/text/variant.h"
 
-class QFrame;
-class QGroupBox;
-class QLabel;
-class QLineEdit;
-class QListWidget;
-class QPushButton;
-class QStatusBar;
-
 namespace lumbra {
 
-class GlbComFr : public QWidget {
+class GlbComFr {
   public:
-    // Creates the form with its controls and runs its load handler; the form stays hidden.
-    explicit GlbComFr(QWidget* parent = nullptr);
-    ~GlbComFr() override;
+    GlbComFr();
+    ~GlbComFr();
+    GlbComFr(const GlbComFr&) = delete;
+    GlbComFr& operator=(const GlbComFr&) = delete;
 
     // Public procedure of the form; it changes nothing.
     void FrmPrep(const std::string& modo, std::vector<Variant>& par);
@@ -45,38 +39,10 @@ class GlbComFr : public QWidget {
     // Closes every open port of the form, the modem test's included.
     void closeAllPorts();
 
-    // Event handlers, connected to their controls.
-    void cmPserAbr_Click();
-    void cmPserFec_Click();
-    void cmPserEnv_Click();
-    void cmPserRec_Click();
-    void Command1_Click();
-    void cmFim_Click();
+    // Receive event of element index: whatever arrived is taken and dropped.
     void pSer_OnComm(std::int16_t index);
 
-    QListWidget* lbRec = nullptr;
-    QPushButton* Command1 = nullptr;
-    QGroupBox* frPser = nullptr;
-    QLabel* spPsrerNum = nullptr;
-    QLineEdit* txPserNum = nullptr;
-    QLineEdit* txPserOpc = nullptr;
-    QPushButton* cmPserAbr = nullptr;
-    QPushButton* cmPserFec = nullptr;
-    QPushButton* cmPserEnv = nullptr;
-    QPushButton* cmPserRec = nullptr;
-    QLineEdit* txCom = nullptr;
-    QFrame* rod = nullptr;
-    QPushButton* cmFim = nullptr;
-    QLabel* lbsup = nullptr;
-    QStatusBar* StatusBar1 = nullptr;
-
   private:
-    void buildControls();
-    void Form_Load();
-    // The panel and the modem test stop at the first step the port refuses and say why in a box;
-    // the form stays open.
-    bool panelStep(bool done, const SerialPortControl& control, const std::string& fn);
-
     std::map<std::int16_t, std::unique_ptr<SerialPortControl>> pSer_;
     std::unique_ptr<SerialPortControl> msComm1_;
 };

@@ -1,6 +1,6 @@
 #include "tools/lumbractl.h"
 
-#include <QApplication>
+#include <QCoreApplication>
 #include <cstdio>
 #include <optional>
 #include <vector>
@@ -26,24 +26,6 @@ void PrintText(std::FILE* out, std::string text) {
     PrintLine(out, text);
 }
 
-// Qt's start without a desktop warns about the desktop environment it does not find (no
-// runtime folder, say); standard error belongs to the channel boxes, so those warnings are dropped
-// while it starts. Anything worse still gets through.
-class QuietQtStart {
-  public:
-    QuietQtStart() : previous_(qInstallMessageHandler(Filter)) {}
-    ~QuietQtStart() { qInstallMessageHandler(previous_); }
-    QuietQtStart(const QuietQtStart&) = delete;
-    QuietQtStart& operator=(const QuietQtStart&) = delete;
-
-  private:
-    static void Filter(QtMsgType type, const QMessageLogContext& context, const QString& text) {
-        if (type != QtCriticalMsg && type != QtFatalMsg) return;
-        std::fprintf(stderr, "%s\n", qPrintable(qFormatLogMessage(type, context, text)));
-    }
-    QtMessageHandler previous_;
-};
-
 // Closes every channel and port when the command is done, however it ended.
 class ProgramSession {
   public:
@@ -61,18 +43,11 @@ int RunWithConfiguration(const ToolArgs& a, const OptionTexts& texts, char* prog
         engineArgv.push_back(arg.c_str());
     platform::SetProgramArgs(static_cast<int>(engineArgv.size()), engineArgv.data());
 
-    // The serial ports live on a hidden form, so a QApplication is needed; no window is ever
-    // shown, and none may be asked of a machine without a display. The minimal platform loads no
-    // fonts, which the offscreen one would read from the whole font configuration at the first
-    // widget: a third of the tool's start.
-    qputenv("QT_QPA_PLATFORM", "minimal");
+    // Port events travel through Qt's event loop: the ports need an application object, the
+    // core one, since the tool shows no window and loads no window system.
     int qtArgc = 1;
     char* qtArgv[] = {programName, nullptr};
-    std::optional<QApplication> app;
-    {
-        const QuietQtStart quiet;
-        app.emplace(qtArgc, qtArgv);
-    }
+    const QCoreApplication app(qtArgc, qtArgv);
 
     ConsoleMsgSink sink;
     const ProgramSession session;

@@ -1,4 +1,5 @@
 #include "channels/GlbComFr.h"
+#include "channels/GlbComFrUi.h"
 
 #include <gtest/gtest.h>
 
@@ -32,31 +33,32 @@ class HostFormTest : public ::testing::Test {
     test::RecordingMsgSink boxes;
     test::PtyPair pty;
     GlbComFr form;
+    GlbComFrUi ui{form};
 };
 
 TEST_F(HostFormTest, LoadsHiddenWithThePanelDefaults) {
-    EXPECT_FALSE(form.isVisible());
-    EXPECT_EQ(platform::ToCp1252(form.windowTitle()),
+    EXPECT_FALSE(ui.isVisible());
+    EXPECT_EQ(platform::ToCp1252(ui.windowTitle()),
               "Controlo de comunicac\xF5"
               "es");
-    EXPECT_EQ(form.txPserNum->text(), QStringLiteral("1"));
-    EXPECT_EQ(form.txPserOpc->text(), QStringLiteral("9600,n,8,1"));
+    EXPECT_EQ(ui.txPserNum->text(), QStringLiteral("1"));
+    EXPECT_EQ(ui.txPserOpc->text(), QStringLiteral("9600,n,8,1"));
     EXPECT_TRUE(form.hasPSer(1));
     EXPECT_FALSE(form.hasPSer(2));
 }
 
 TEST_F(HostFormTest, PanelSendsTheTextWithCrLfOnTheChosenPort) {
-    form.txCom->setText(platform::FromCp1252("ABC\xE7"));
-    form.cmPserAbr->click();
-    form.cmPserEnv->click();
+    ui.txCom->setText(platform::FromCp1252("ABC\xE7"));
+    ui.cmPserAbr->click();
+    ui.cmPserEnv->click();
     EXPECT_EQ(pty.readExactly(6), "ABC\xE7\r\n");
-    form.cmPserFec->click();
+    ui.cmPserFec->click();
     EXPECT_FALSE(form.pSer(1).portOpen());
     EXPECT_TRUE(boxes.boxes().empty());
 }
 
 TEST_F(HostFormTest, ModemTestSendsAtAndClosesThePort) {
-    form.Command1->click();
+    ui.Command1->click();
     EXPECT_EQ(pty.readExactly(3), "AT\r");
     EXPECT_FALSE(form.MSComm1().portOpen());
     EXPECT_EQ(form.MSComm1().settings(), "9600,N,8,1");
@@ -64,22 +66,22 @@ TEST_F(HostFormTest, ModemTestSendsAtAndClosesThePort) {
 }
 
 TEST_F(HostFormTest, ReceivedBytesWaitUntilReceiveIsPressedThenAreDropped) {
-    form.cmPserAbr->click();
+    ui.cmPserAbr->click();
     SerialPortControl& port = form.pSer(1);
     pty.send("xyz");
     ASSERT_TRUE(EventsUntil([&] { return port.inBufferCount() == 3; }));
     EXPECT_EQ(port.commEvent(), comEvNone);
-    form.cmPserRec->click();
+    ui.cmPserRec->click();
     pty.send("!");
     EXPECT_TRUE(EventsUntil([&] { return port.commEvent() == comEvReceive; }));
     EXPECT_EQ(port.inBufferCount(), 0);
 }
 
 TEST_F(HostFormTest, PanelErrorsAreShownAndTheFormStays) {
-    form.txPserNum->setText(QStringLiteral("abc"));
-    form.cmPserAbr->click();
-    form.txPserNum->setText(QStringLiteral("1"));
-    form.cmPserFec->click();
+    ui.txPserNum->setText(QStringLiteral("abc"));
+    ui.cmPserAbr->click();
+    ui.txPserNum->setText(QStringLiteral("1"));
+    ui.cmPserFec->click();
     const std::string title =
         "Controlo de comunicac\xF5"
         "es";

@@ -34,13 +34,12 @@ TEST_F(ChannelTableTest, EveryOperationIsSilentBeforeCanIniAndAfterCanFim) {
     }
 }
 
-TEST_F(ChannelTableTest, CanIniTwiceKeepsTheFirstTableAndHiddenHostForm) {
+TEST_F(ChannelTableTest, CanIniTwiceKeepsTheFirstTableAndHostForm) {
     CanIni();
     EXPECT_EQ(CanMax(), 10);
     ASSERT_EQ(CanTab().size(), 1u);
     GlbComFr* form = CanHostForm();
     ASSERT_NE(form, nullptr);
-    EXPECT_FALSE(form->isVisible());
     CanFicPrp(2, "O", "a.txt", "");
     CanIni();
     EXPECT_EQ(CanHostForm(), form);
