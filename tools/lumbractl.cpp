@@ -17,6 +17,7 @@
 #include "tools/standalone_commands.h"
 #include "tools/tool_args.h"
 #include "tools/tool_text.h"
+#include "util/text/chars.h"
 
 namespace lumbra::ctl {
 namespace {
@@ -34,6 +35,15 @@ class ProgramSession {
     ProgramSession(const ProgramSession&) = delete;
     ProgramSession& operator=(const ProgramSession&) = delete;
 };
+
+// The file the engine looks for: the one after "-FP" (the first, in any case), otherwise
+// Lumbra.par in the tool's own folder.
+std::string SoughtParameterFile(const ToolArgs& a) {
+    for (std::size_t i = 1; i + 1 < a.engineArgs.size(); ++i) {
+        if (UpperCase(a.engineArgs[i]) == "-FP") return platform::FromHostText(a.engineArgs[i + 1]);
+    }
+    return platform::ProgramFolder() + "/Lumbra.par";
+}
 
 int RunWithConfiguration(const ToolArgs& a, const OptionTexts& texts, char* programName) {
     // Only the engine's own switches reach the command line it reads: a text such as
@@ -54,7 +64,9 @@ int RunWithConfiguration(const ToolArgs& a, const OptionTexts& texts, char* prog
     try {
         LumbraIni();
     } catch (const platform::ProgramEnded&) {
-        // The engine has shown its open-failure message.
+        // The engine has shown its open-failure message, which names no file when none was found:
+        // say which one was looked for.
+        PrintLine(stderr, "lumbractl: ficheiro de par\xE2metros: " + SoughtParameterFile(a));
         return kExitNoParameterFile;
     }
     std::optional<ByteReporter> reporter;
@@ -85,9 +97,9 @@ int RunLumbraCtl(int argc, char** argv) {
     for (const auto& [name, value] : a.options) {
         std::string bytes;
         if (!ArgumentToCp1252(value, bytes)) {
-            return ReportUsageError("o valor de " + name + " tem um car\xE1" +
-                                    "cter que o Windows-1252 n\xE3o tem: \"" +
-                                    platform::FromHostText(value) + "\"");
+            return ReportUsageError(
+                "o valor de " + name +
+                " tem caracteres que o Windows-1252 n\xE3o tem: " + UnencodableCharacters(value));
         }
         texts[name] = bytes;
     }

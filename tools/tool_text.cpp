@@ -1,5 +1,6 @@
 #include "tools/tool_text.h"
 
+#include <QList>
 #include <QString>
 
 #include "platform/host_text.h"
@@ -16,6 +17,22 @@ bool ArgumentToCp1252(std::string_view utf8, std::string& bytes) {
     // Bytes that are not UTF-8 come back as U+FFFD, which Windows-1252 cannot hold.
     const QString text = QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
     return platform::ToCp1252(text, bytes);
+}
+
+std::string UnencodableCharacters(std::string_view utf8) {
+    const QString text = QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+    std::string list;
+    const QList<uint> codePoints = text.toUcs4();
+    for (const uint cp : codePoints) {
+        const char32_t one = cp;
+        std::string byte;
+        if (platform::ToCp1252(QString::fromUcs4(&one, 1), byte)) continue;
+        char name[16];
+        std::snprintf(name, sizeof name, "U+%04X", static_cast<unsigned>(cp));
+        if (!list.empty()) list += ' ';
+        list += name;
+    }
+    return list;
 }
 
 void PrintLine(std::FILE* out, std::string_view cp1252) {

@@ -13,6 +13,10 @@ namespace lumbra::ctl {
 // something else.
 bool ArgumentToCp1252(std::string_view utf8, std::string& bytes);
 
+// The characters of a UTF-8 argument that Windows-1252 cannot hold, by code point ("U+65E5"),
+// separated by blanks: they cannot be quoted in the tool's own Windows-1252 messages.
+std::string UnencodableCharacters(std::string_view utf8);
+
 // Writes Windows-1252 text to out as UTF-8, followed by a line end. On standard error it first
 // ends a status line that is showing, so that the two do not run into each other.
 void PrintLine(std::FILE* out, std::string_view cp1252);

@@ -159,13 +159,14 @@ const FailureCase kFailures[] = {
      "lumbractl: falta o valor de --texto\n"},
     {"text Windows-1252 cannot hold", Given::FileAndPorts,
      {"teste", "--texto", "seta \xE2\x86\x92"}, 2,
-     "lumbractl: o valor de --texto tem um car\xC3\xA1" "cter que o Windows-1252 n\xC3\xA3o tem"},
+     "lumbractl: o valor de --texto tem caracteres que o Windows-1252 n\xC3\xA3o tem: U+2192\n"},
     {"text that is not UTF-8", Given::FileAndPorts, {"mostrar", "--texto", "\xFF"}, 2,
      "lumbractl: o valor de --texto"},
     {"--bytes where nothing is sent", Given::FileAndPorts, {"listar", "--bytes"}, 2,
      "lumbractl: a op\xC3\xA7\xC3\xA3o"},
     {"missing parameter file", Given::Nothing, {"-FP", "/nada/Lumbra.par", "teste"}, 3,
-     "Erro a abrir ficheiro\nErro : "},
+     "Erro a abrir ficheiro\nErro : 52   Bad file name or number\nFicheiro :   ()\n"
+     "lumbractl: ficheiro de par\xC3\xA2metros: /nada/Lumbra.par\n"},
 };
 // clang-format on
 
