@@ -1,7 +1,5 @@
 #include "channels/serial_device.h"
 
-#include <grp.h>
-#include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -9,6 +7,7 @@
 #include <cstring>
 #include <vector>
 
+#include "platform/accounts.h"
 #include "platform/host_text.h"
 
 namespace lumbra {
@@ -33,24 +32,6 @@ std::vector<std::string> Words(const std::string& commandLine) {
         }
     }
     return words;
-}
-
-std::string GroupName(gid_t gid) {
-    std::vector<char> buffer(4096);
-    group entry{};
-    group* found = nullptr;
-    if (::getgrgid_r(gid, &entry, buffer.data(), buffer.size(), &found) == 0 && found != nullptr)
-        return found->gr_name;
-    return std::to_string(gid);
-}
-
-std::string UserName(uid_t uid) {
-    std::vector<char> buffer(4096);
-    passwd entry{};
-    passwd* found = nullptr;
-    if (::getpwuid_r(uid, &entry, buffer.data(), buffer.size(), &found) == 0 && found != nullptr)
-        return found->pw_name;
-    return std::to_string(uid);
 }
 
 }  // namespace
@@ -82,9 +63,9 @@ std::string DeviceAccessProblem(std::int16_t port, const std::string& path) {
     const mode_t groupRw = S_IRGRP | S_IWGRP;
     if ((st.st_mode & groupRw) == groupRw) {
         return "No permission to use " + label + ": the user must be in the group \"" +
-               GroupName(st.st_gid) + "\" that owns it";
+               platform::GroupName(st.st_gid) + "\" that owns it";
     }
-    return "No permission to use " + label + ": only its owner \"" + UserName(st.st_uid) +
+    return "No permission to use " + label + ": only its owner \"" + platform::UserName(st.st_uid) +
            "\" may use it";
 }
 

@@ -1,6 +1,5 @@
 #include "tools/serial_port_list.h"
 
-#include <grp.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -9,19 +8,11 @@
 #include <cstdio>
 #include <cstring>
 
+#include "platform/accounts.h"
 #include "platform/host_text.h"
 
 namespace lumbra::ctl {
 namespace {
-
-std::string GroupName(gid_t gid) {
-    std::vector<char> buffer(4096);
-    group entry{};
-    group* found = nullptr;
-    if (::getgrgid_r(gid, &entry, buffer.data(), buffer.size(), &found) == 0 && found != nullptr)
-        return found->gr_name;
-    return std::to_string(gid);
-}
 
 std::string Hex4(quint16 n) {
     char text[8];
@@ -44,7 +35,7 @@ std::string PortAccess(const std::string& path) {
     const mode_t groupRw = S_IRGRP | S_IWGRP;
     if ((st.st_mode & groupRw) == groupRw) {
         return "sem permiss\xE3o: junte-se ao grupo \"" +
-               platform::FromHostText(GroupName(st.st_gid)) + "\"";
+               platform::FromHostText(platform::GroupName(st.st_gid)) + "\"";
     }
     return "sem permiss\xE3o: s\xF3 o dono do dispositivo o pode abrir";
 }
