@@ -1,5 +1,5 @@
-// The channel tests run inside a QApplication: the host form is a widget and its ports deliver
-// their events through the application's event loop.
+// The main of the GoogleTest programs that need a QApplication: windows (the host form's, the main
+// window's) are widgets, and serial ports deliver their events through the application's loop.
 #include <gtest/gtest.h>
 
 #include <QApplication>
