@@ -59,28 +59,6 @@ LumbraGbState& Gb() {
     return *state;
 }
 
-const LinReg& LinRow(const std::vector<LinReg>& tab, std::int16_t idx) {
-    static const LinReg empty;
-    return idx >= 0 && static_cast<std::size_t>(idx) < tab.size()
-               ? tab[static_cast<std::size_t>(idx)]
-               : empty;
-}
-
-const CmdReg& CmdRow(const std::vector<CmdReg>& tab, std::int16_t idx) {
-    static const CmdReg empty;
-    return idx >= 0 && static_cast<std::size_t>(idx) < tab.size()
-               ? tab[static_cast<std::size_t>(idx)]
-               : empty;
-}
-
-bool HasRows(const std::vector<LinReg>& tab) {
-    return tab.size() > 1;
-}
-
-bool HasRows(const std::vector<CmdReg>& tab) {
-    return tab.size() > 1;
-}
-
 void LumbraIni() {
     CanIni();
     LumbraCfgLer("Lumbra.par");

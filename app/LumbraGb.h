@@ -3,6 +3,7 @@
 // stop, and the operations that open, write and close the selected ports. Nothing here needs the
 // window, so the window and the console tool run the same code.
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -50,11 +51,19 @@ LumbraGbState& Gb();
 
 // Row idx of a table; the empty row for a row the table does not have (a table never built
 // behaves like one holding only its empty row 0).
-const LinReg& LinRow(const std::vector<LinReg>& tab, std::int16_t idx);
-const CmdReg& CmdRow(const std::vector<CmdReg>& tab, std::int16_t idx);
+template <typename Row>
+const Row& TableRow(const std::vector<Row>& tab, std::int16_t idx) {
+    static const Row empty{};
+    return idx >= 0 && static_cast<std::size_t>(idx) < tab.size()
+               ? tab[static_cast<std::size_t>(idx)]
+               : empty;
+}
+
 // True when the table holds at least one configured row beyond the empty row 0.
-bool HasRows(const std::vector<LinReg>& tab);
-bool HasRows(const std::vector<CmdReg>& tab);
+template <typename Row>
+bool HasRows(const std::vector<Row>& tab) {
+    return tab.size() > 1;
+}
 
 // The channel table, then the configuration from "Lumbra.par" (or the file named by -FP).
 void LumbraIni();

@@ -49,32 +49,32 @@ void PortFec(const LinReg& row, std::int16_t& can) {
 
 // The rows are copied first: a row is never read through a reference that a write could move.
 void LumbraLigAbr(std::int16_t& can) {
-    const LinReg row = LinRow(Gb().ligTab, Gb().ligIdx);
+    const LinReg row = TableRow(Gb().ligTab, Gb().ligIdx);
     PortAbr(row, can);
 }
 
 void LumbraLigGrv(const std::int16_t& can, const std::string& tx, const std::int16_t& nl) {
-    const LinReg row = LinRow(Gb().ligTab, Gb().ligIdx);
+    const LinReg row = TableRow(Gb().ligTab, Gb().ligIdx);
     PortGrv(row, can, tx, nl);
 }
 
 void LumbraLigFec(std::int16_t& can) {
-    const LinReg row = LinRow(Gb().ligTab, Gb().ligIdx);
+    const LinReg row = TableRow(Gb().ligTab, Gb().ligIdx);
     PortFec(row, can);
 }
 
 void LumbraDisAbr(std::int16_t& can) {
-    const LinReg row = LinRow(Gb().disTab, Gb().disIdx);
+    const LinReg row = TableRow(Gb().disTab, Gb().disIdx);
     PortAbr(row, can);
 }
 
 void LumbraDisGrv(const std::int16_t& can, const std::string& tx, const std::int16_t& nl) {
-    const LinReg row = LinRow(Gb().disTab, Gb().disIdx);
+    const LinReg row = TableRow(Gb().disTab, Gb().disIdx);
     PortGrv(row, can, tx, nl);
 }
 
 void LumbraDisFec(std::int16_t& can) {
-    const LinReg row = LinRow(Gb().disTab, Gb().disIdx);
+    const LinReg row = TableRow(Gb().disTab, Gb().disIdx);
     PortFec(row, can);
 }
 

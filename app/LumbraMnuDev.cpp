@@ -26,7 +26,7 @@ void LumbraMnu::LumbraLigTst() {
 
 void LumbraMnu::cbGavAbr_Click() {
     LumbraOpcPrp();
-    ui.txGavAbr->setText(platform::FromCp1252(LinRow(Gb().gavTab, Gb().gavIdx).vtx));
+    ui.txGavAbr->setText(platform::FromCp1252(TableRow(Gb().gavTab, Gb().gavIdx).vtx));
 }
 
 void LumbraMnu::cmGavAbr_Click() {

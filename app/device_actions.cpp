@@ -36,7 +36,7 @@ void SendConnectionTest(const std::string& ligTx) {
 
 void SendDrawerCommand() {
     if (!HasRows(Gb().ligTab)) return;
-    const std::string cmd = PrepareDrawerCommand(LinRow(Gb().gavTab, Gb().gavIdx).vtx);
+    const std::string cmd = PrepareDrawerCommand(TableRow(Gb().gavTab, Gb().gavIdx).vtx);
     std::int16_t can = 0;
     LumbraLigAbr(can);
     LumbraLigGrv(can, cmd, 0);
@@ -52,7 +52,7 @@ void SendDisplayText(const std::string& tx) {
 }
 
 const std::string& DisplayCommand(std::int16_t k) {
-    return CmdRow(Gb().cmdTab, k).vtx;
+    return TableRow(Gb().cmdTab, k).vtx;
 }
 
 CycleStep CycleStepAt(int i) {
