@@ -15,10 +15,6 @@ bool IsDigit(char c) {
     return c >= '0' && c <= '9';
 }
 
-bool IsHexDigit(char c) {
-    return IsDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
-}
-
 std::string_view TrimSurrounding(std::string_view s) {
     while (!s.empty() && IsBlank(s.front()))
         s.remove_prefix(1);
@@ -54,18 +50,6 @@ bool IsWholeDecimal(std::string_view s) {
     return i == n;
 }
 
-// How many hexadecimal digits the "&H" reading takes from s, leading zeros not counted. The reading
-// skips space, tab and line feed wherever they stand and stops at the first other character.
-std::size_t SignificantHexDigits(std::string_view s) {
-    std::size_t count = 0;
-    for (char c : s) {
-        if (c == ' ' || c == '\t' || c == '\n') continue;
-        if (!IsHexDigit(c)) break;
-        if (count > 0 || c != '0') ++count;
-    }
-    return count;
-}
-
 std::string HexDigits(std::uint32_t v) {
     static constexpr char kDigits[] = "0123456789ABCDEF";
     std::string out;
@@ -91,8 +75,6 @@ void CnvDecHex(const std::string& tx, std::string& hx) {
 
 void CnvHexDec(const std::string& hx, std::string& tx) {
     tx = kCnvErro;
-    // The reading itself would stop quietly at a ninth digit; here that is an error.
-    if (SignificantHexDigits(hx) > 8) return;
     double d = 0;
     if (!NumRead("&H" + hx, d)) return;
     std::int32_t n = 0;

@@ -91,14 +91,8 @@ void LumbraCfgLer(const std::string& nfp) {
         opc.ZonSeg(ide, tip, cnt, txi);
     }
     opc.ZonFim();
-
-    // The work folder is where file ports usually write (test output, a display echoed to a
-    // file): have it ready, so the first test on a fresh machine does not fail on a missing
-    // folder. A folder that cannot be made shows up as the file port's own open failure.
-    if (!g.DirTmp.empty()) {
-        std::int16_t err = 0;
-        DirCriArv(g.DirTmp, err);
-    }
+    // The DEF folders are kept for whoever needs them; reading the configuration makes none, so
+    // a file port in a folder that does not exist fails at "Abrir" as it should.
 }
 
 void LumbraFim() {

@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <ctime>
 
+#include "options/atomic_file.h"
 #include "platform/file_handles.h"
 #include "util/files/text_files.h"
 #include "util/text/chars.h"
@@ -60,6 +61,14 @@ TdaOpc::~TdaOpc() {
 }
 
 void TdaOpc::KvIni() {
+    // The stack is forgotten and the files read stay open, but a file being written is closed
+    // and committed: nothing could reach it through the stack any more, and its text must not
+    // be stranded beside its target.
+    for (std::size_t i = 1; i < ficNum.size(); ++i) {
+        if (!ReplacementPending(ficNum[i])) continue;
+        platform::FileClose(ficNum[i]);
+        FinishReplacement(ficNum[i]);
+    }
     opcLin.assign(1, std::string());
     MemLpz();
     ficQtd = 0;
@@ -88,11 +97,18 @@ std::int16_t TdaOpc::FicNov() {
 }
 
 std::int16_t TdaOpc::FicFec() {
+    std::int16_t err = 0;
+    return FicFec(err);
+}
+
+std::int16_t TdaOpc::FicFec(std::int16_t& err) {
+    err = 0;
     if (ficQtd < 1) return -1;
     // A file that is already closed, or whose last write fails, still leaves the stack.
     const std::int16_t num = ficNum[static_cast<std::size_t>(ficQtd)];
-    platform::FileClose(num);
-    FinishWholeWrite(num);
+    const std::int16_t closeErr = platform::FileClose(num);
+    NoteReplacementError(num, ReplacementPending(num) ? closeErr : std::int16_t{0});
+    err = FinishReplacement(num);
     --ficQtd;
     ficNum.resize(static_cast<std::size_t>(ficQtd) + 1);
     return ficNum[static_cast<std::size_t>(ficQtd)];
@@ -114,6 +130,12 @@ void TdaOpc::tboPrp(const std::string& fic, const std::string& inf) {
 
 void TdaOpc::tboFim() {
     tboFec();
+}
+
+void TdaOpc::tboFim(std::int16_t& ok) {
+    std::int16_t err = 0;
+    FicFec(err);
+    ok = err == 0 ? std::int16_t{1} : static_cast<std::int16_t>(-err);
 }
 
 void TdaOpc::tboFec() {

@@ -68,7 +68,8 @@ class TdaOpc {
     std::int16_t LcArgC() const { return LcArgC_; }
     void setLcArgC(std::int16_t v) { LcArgC_ = v; }
 
-    // Empties every table and the file stack; files open at that moment stay open.
+    // Empties every table and the file stack. Files read stay open; a file being written (CabCri)
+    // is closed and takes its name, as any close of it does.
     void KvIni();
     // Closes every file on the stack, top first, and releases the tables.
     void KvFim();
@@ -78,6 +79,9 @@ class TdaOpc {
     void tboPrp(const std::string& fic, const std::string& inf = "");
     // Closes the file on top of the stack; reading goes on in the file below.
     void tboFim();
+    // The same; ok = 1, or minus the error number when a file being written could not be
+    // completed (its old file is then kept).
+    void tboFim(std::int16_t& ok);
 
     // Line syntax.
     // Reads on to the next assignment of the top file: ide = its variable name; vp = its value
@@ -97,7 +101,11 @@ class TdaOpc {
     // Starts file ficTbo on top of the file stack with the header and an empty line; closes it
     // when fec = 1, otherwise RegZon writes on and tboFim closes it. The file takes its name only
     // when it is closed whole; until then the old file stays as it was.
+    // ok = 1, or minus the error number of the first step that failed: the open (-76 for a missing
+    // folder, -70 without permission), a write (-61 for a full disk), or with fec = 1 the close.
+    // A failed file keeps its old content; RegZon and tboFim on it fail as well.
     void CabCri(std::int16_t fec = 0);
+    void CabCri(std::int16_t fec, std::int16_t& ok);
     // txi = header line idx, or with mo = "V" its label; trimmed.
     void CabCon(const std::string& mo, std::int16_t idx, std::string& txi);
 
@@ -121,8 +129,11 @@ class TdaOpc {
     // Marks the record of var as eliminated.
     void RegVarEli(const std::string& var);
     // Writes a zone block (head, txz(1..), "##", two empty lines) to the file on top of the stack.
+    // ok = 1, or minus the error number of the first write that failed.
     void RegZon(const std::string& zon, const std::vector<std::string>& txz,
                 const std::string& txi);
+    void RegZon(const std::string& zon, const std::vector<std::string>& txz, const std::string& txi,
+                std::int16_t& ok);
 
     // Memory table.
     void MemFim();
@@ -237,6 +248,9 @@ class TdaOpc {
     std::int16_t FicNov();
     // Closes the top file; the new top (0 when the stack became empty), or -1 on an empty stack.
     std::int16_t FicFec();
+    // The same; err = 0, or the error number when the file was being written and could not be
+    // completed.
+    std::int16_t FicFec(std::int16_t& err);
     // The top file number, -1 on an empty stack.
     std::int16_t FicAtu() const;
     void tboFec();
@@ -261,12 +275,6 @@ class TdaOpc {
     // t with up to 21 [KEY] references replaced.
     std::string Substituted(std::string t);
 
-    // A file of the stack written under a replacement name (CabCri), renamed over its target once
-    // closed whole. FicFec calls this after closing file num; any other number is passed over.
-    void FinishWholeWrite(std::int16_t num);
-    // Remembers a failed write to file num, so that its old file is kept when it is closed.
-    void NoteWriteError(std::int16_t num, std::int16_t err);
-
     // Public variables.
     std::string DbgInf_;
     std::string ficTbo_;
@@ -288,15 +296,6 @@ class TdaOpc {
     KeyedListIndex optionPositions;    // opcLin's names; every change of opcLin goes through it
     std::string espLst;                // the special options in use
     std::int16_t espAct = 1;           // 1 while lines read go through the literal decoder
-
-    // The files of the stack that take their real name when closed (see FinishWholeWrite).
-    struct WholeWrite {
-        std::int16_t num = 0;  // its file number
-        std::string wrk;       // the name written under
-        std::string fic;       // the name it takes
-        std::int16_t err = 0;  // the first failed write, 0 while all went well
-    };
-    std::vector<WholeWrite> wholeWrites;
 };
 
 }  // namespace lumbra

@@ -1,9 +1,7 @@
 // The five header lines of a parameter file: built from their values, written as the start of a
 // new file, and read back one at a time.
 
-#include <algorithm>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "options/TdaOpc.h"
@@ -30,10 +28,11 @@ std::string Trimmed(const std::string& tx) {
     return std::string(TrimBlanks(tx));
 }
 
-// The value as text, trimmed, or fallback when that is empty.
+// The value as text, trimmed; fallback only when the text is "" before trimming, so a value of
+// blanks gives an empty value, not the fallback.
 std::string TextOr(const Variant& v, const std::string& fallback) {
-    const std::string t = Trimmed(VlStr(v));
-    return t.empty() ? fallback : t;
+    const std::string t = VlStr(v);
+    return t.empty() ? fallback : Trimmed(t);
 }
 
 }  // namespace
@@ -57,37 +56,29 @@ void TdaOpc::CabPrp(const Variant& tip, const Variant& dt, const Variant& ver, c
 }
 
 void TdaOpc::CabCri(std::int16_t fec) {
+    std::int16_t ok = 0;
+    CabCri(fec, ok);
+}
+
+void TdaOpc::CabCri(std::int16_t fec, std::int16_t& ok) {
     const std::int16_t n = FicNov();
     std::string wrk;
-    std::int16_t ok = 0;
     OpenForReplacement(n, ficTbo_, wrk, ok);
-    // A failed open is not reported here: the writes that follow fail and say so.
-    if (ok == 1 && wrk != ficTbo_) wholeWrites.push_back(WholeWrite{n, wrk, ficTbo_, 0});
+    if (ok == 1 && wrk != ficTbo_) HoldReplacement(n, wrk, ficTbo_);
 
     std::int16_t err = 0;
     for (std::size_t i = 1; i <= kHeaderLines; ++i)
         FicGrvLin(n, i < cabLin.size() ? cabLin[i] : std::string(), err);
     FicGrvLin(n, "", err);
-    NoteWriteError(n, err);
+    NoteReplacementError(n, err);
+    // The open's own error says more than the writes that failed for want of a file.
+    if (ok == 1 && err != 0) ok = static_cast<std::int16_t>(-err);
 
-    // Closing through the stack is what gives the file its own name (FinishWholeWrite).
-    if (fec == 1) FicFec();
-}
-
-void TdaOpc::FinishWholeWrite(std::int16_t num) {
-    const auto it = std::find_if(wholeWrites.begin(), wholeWrites.end(),
-                                 [num](const WholeWrite& w) { return w.num == num; });
-    // Still open: the number is not the file that was just closed.
-    if (it == wholeWrites.end() || platform::FileIsOpen(num)) return;
-    WholeWrite w = std::move(*it);
-    wholeWrites.erase(it);
-    CompleteReplacement(w.wrk, w.fic, w.err);
-}
-
-void TdaOpc::NoteWriteError(std::int16_t num, std::int16_t err) {
-    if (err == 0) return;
-    for (WholeWrite& w : wholeWrites) {
-        if (w.num == num && w.err == 0) w.err = err;
+    // Closing through the stack is what gives the file its own name.
+    if (fec == 1) {
+        std::int16_t closeOk = 1;
+        tboFim(closeOk);
+        if (ok == 1) ok = closeOk;
     }
 }
 

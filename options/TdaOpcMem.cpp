@@ -42,8 +42,9 @@ void TdaOpc::MemReg(std::int16_t& cnt, std::int16_t reg) {
     std::string name;
     TxSepMo("PE MT", rest, ".", name);
     if (reg == 0 && name.empty()) return;
-    // The table holds at most 32767 entries; a counter that cannot name a slot registers nothing.
-    if (cnt < 0 || cnt == INT16_MAX) return;
+    // The counter is the caller's: -1 registers into element 0, as the table is resized to 0..cnt.
+    // Below that no slot can be named, and past 32767 the 16-bit counter cannot count.
+    if (cnt < -1 || cnt == INT16_MAX) return;
 
     ++cnt;
     const auto slot = static_cast<std::size_t>(cnt);

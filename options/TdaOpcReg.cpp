@@ -68,9 +68,9 @@ void TdaOpc::RegExe(const std::string& fic, std::int16_t lpz) {
 }
 
 void TdaOpc::RegExe(const std::string& fic, std::int16_t lpz, std::int16_t& ok) {
-    // Blanks around a name given here are not part of it.
-    std::string target(TrimBlanks(fic));
-    if (target.empty()) target = regLin.empty() ? std::string() : regLin[0];
+    // A name given here is taken as it stands; only a blank one means the loaded file.
+    std::string target = fic;
+    if (TrimBlanks(fic).empty()) target = regLin.empty() ? std::string() : regLin[0];
 
     // Only the missing folders are made here: an empty file made in advance would be a third
     // state, neither old nor new, should the write be interrupted.
@@ -165,6 +165,12 @@ void TdaOpc::RegVarEli(const std::string& var) {
 
 void TdaOpc::RegZon(const std::string& zon, const std::vector<std::string>& txz,
                     const std::string& txi) {
+    std::int16_t ok = 0;
+    RegZon(zon, txz, txi, ok);
+}
+
+void TdaOpc::RegZon(const std::string& zon, const std::vector<std::string>& txz,
+                    const std::string& txi, std::int16_t& ok) {
     const std::int16_t n = FicAtu();
     std::int16_t err = 0;
     FicGrvLin(n, kZoneRule, err);
@@ -175,7 +181,8 @@ void TdaOpc::RegZon(const std::string& zon, const std::vector<std::string>& txz,
     FicGrvLin(n, "##", err);
     FicGrvLin(n, "", err);
     FicGrvLin(n, "", err);
-    NoteWriteError(n, err);
+    NoteReplacementError(n, err);
+    ok = err == 0 ? std::int16_t{1} : static_cast<std::int16_t>(-err);
 }
 
 }  // namespace lumbra

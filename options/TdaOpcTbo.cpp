@@ -49,9 +49,9 @@ void TdaOpc::tbOpcPrp(const std::string& fic, const std::string& grv, const std:
     std::string txi;
     ZonSeg(ide, tip, cnt, txi);
     while (!ide.empty()) {
-        // A TBO zone of kind TX holds text lines, not records: the memory table still belongs to
-        // an earlier zone then.
-        if (ide == "TBO" && tip == "IDE") {
+        // A TBO zone is read by its count whatever its kind; a TX zone registers nothing, so its
+        // count reads the records the memory table still holds.
+        if (ide == "TBO") {
             for (std::int16_t i = 1; i <= cnt; ++i) {
                 std::string txp;
                 MemConTxp(Variant(i), txp);

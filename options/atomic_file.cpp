@@ -3,13 +3,16 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <filesystem>
 #include <system_error>
+#include <vector>
 
 #include "platform/file_errors.h"
 #include "platform/file_handles.h"
 #include "platform/host_text.h"
+#include "platform/msg_box.h"
 #include "util/files/text_files.h"
 
 namespace lumbra {
@@ -55,6 +58,29 @@ std::string FolderOf(const std::string& host) {
 void RemoveQuietly(const std::string& host) {
     std::error_code ec;
     fs::remove(host, ec);
+}
+
+struct Pending {
+    std::int16_t num = 0;
+    std::string wrk;
+    std::string fic;
+    std::int16_t err = 0;  // the first failed write, 0 while all went well
+};
+
+std::vector<Pending>& PendingReplacements() {
+    static std::vector<Pending> pending;
+    return pending;
+}
+
+// The immediate end of the program closes every numbered file before its hooks run, so every
+// pending replacement is complete by then and takes its name.
+void CompleteAllAtProgramEnd() {
+    std::vector<Pending> pending;
+    pending.swap(PendingReplacements());
+    for (Pending& p : pending) {
+        platform::FileClose(p.num);
+        CompleteReplacement(p.wrk, p.fic, p.err);
+    }
 }
 
 }  // namespace
@@ -111,6 +137,38 @@ void CompleteReplacement(const std::string& wrk, const std::string& fic, std::in
     // The new name must survive a power cut as well; a folder that cannot be flushed does not
     // undo a rename that has already happened.
     SyncToDisk(FolderOf(hostFic), true);
+}
+
+void HoldReplacement(std::int16_t num, const std::string& wrk, const std::string& fic) {
+    static const bool hooked = [] {
+        platform::AtProgramEnd(CompleteAllAtProgramEnd);
+        return true;
+    }();
+    (void)hooked;
+    PendingReplacements().push_back(Pending{num, wrk, fic, 0});
+}
+
+void NoteReplacementError(std::int16_t num, std::int16_t err) {
+    if (err == 0) return;
+    for (Pending& p : PendingReplacements()) {
+        if (p.num == num && p.err == 0) p.err = err;
+    }
+}
+
+bool ReplacementPending(std::int16_t num) {
+    const std::vector<Pending>& all = PendingReplacements();
+    return std::any_of(all.begin(), all.end(), [num](const Pending& p) { return p.num == num; });
+}
+
+std::int16_t FinishReplacement(std::int16_t num) {
+    std::vector<Pending>& all = PendingReplacements();
+    const auto it =
+        std::find_if(all.begin(), all.end(), [num](const Pending& p) { return p.num == num; });
+    if (it == all.end() || platform::FileIsOpen(num)) return 0;
+    Pending p = std::move(*it);
+    all.erase(it);
+    CompleteReplacement(p.wrk, p.fic, p.err);
+    return p.err;
 }
 
 }  // namespace lumbra

@@ -4,6 +4,11 @@
 // target in one step, so an interruption at any moment leaves either the old file or the new one,
 // whole, never a part of one.
 //
+// Every close commits, whichever way the file is closed: through the file stack, by KvIni, by the
+// destruction of the option table, or by the immediate end of the program (the numbered files are
+// closed first, then the pending replacements are completed). Only a process killed mid-write
+// leaves the old file as it was; a failed write keeps the old file and is reported to the writer.
+//
 // The file beside the target is named predictably (the target's name followed by ".grv~"): an
 // interrupted write leaves at most one such file per target, and the next write to that target
 // starts by replacing it, so they never pile up.
@@ -30,5 +35,16 @@ void OpenForReplacement(std::int16_t num, const std::string& fic, std::string& w
 // fic left as it was. err = 0, or the error number of the step that failed, in which case fic is
 // left as it was. Nothing is renamed when wrk is fic itself (written in place).
 void CompleteReplacement(const std::string& wrk, const std::string& fic, std::int16_t& err);
+
+// The pending replacements: file number num, open under wrk, becomes fic once closed.
+void HoldReplacement(std::int16_t num, const std::string& wrk, const std::string& fic);
+// Remembers the first failed write to file num, so that its old file is kept at the close.
+void NoteReplacementError(std::int16_t num, std::int16_t err);
+// Whether file num is a pending replacement.
+bool ReplacementPending(std::int16_t num);
+// Completes the replacement of file num once it is closed: err = 0, or the error number of the
+// write or of the completion that failed (the old file is then kept). A number that is not
+// pending, or still open, gives 0 and is left alone.
+std::int16_t FinishReplacement(std::int16_t num);
 
 }  // namespace lumbra

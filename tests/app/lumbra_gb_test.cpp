@@ -103,7 +103,7 @@ TEST_F(ProgramTest, AMissingParameterFileEndsTheProgramWithTheOpenFailureBox) {
     }
 }
 
-TEST_F(ProgramTest, DefSettingsResolveTheirReferencesAndTheWorkFolderIsCreated) {
+TEST_F(ProgramTest, DefSettingsResolveTheirReferencesAndTheLoadMakesNoFolder) {
     Start({
         "#DEF Geral - Configura\xE7\xE3o",
         "Modo de depura\xE7\xE3o [DbgModo]=1",
@@ -118,8 +118,7 @@ TEST_F(ProgramTest, DefSettingsResolveTheirReferencesAndTheWorkFolderIsCreated) 
     EXPECT_EQ(Gb().DirDiv, dir.path() + "/base/div");
     EXPECT_EQ(Gb().DirTmp, dir.path() + "/base/tmp/x");
     EXPECT_EQ(Gb().DirOpc, "opc");
-    EXPECT_TRUE(std::filesystem::is_directory(Gb().DirTmp));
-    EXPECT_FALSE(std::filesystem::exists(Gb().DirDiv));
+    EXPECT_FALSE(std::filesystem::exists(dir.path() + "/base"));
 }
 
 TEST_F(ProgramTest, TheSampleFileLoadsTheRowsItDescribes) {
@@ -129,7 +128,7 @@ TEST_F(ProgramTest, TheSampleFileLoadsTheRowsItDescribes) {
     EXPECT_EQ(Gb().cfgFic, sample);
     EXPECT_EQ(Gb().DirTmp, "/tmp/lumbra/saida");
     EXPECT_EQ(Rows(Gb().ligTab), (Strings{"||", "Impressora s\xE9rie|SER|COM1,9600,n,8,1",
-                                          "Ficheiro de teste|FIC|/tmp/lumbra/saida/impressora.txt",
+                                          "Ficheiro de teste|FIC|/tmp/lumbra-impressora.txt",
                                           "Impressora paralela|LPT|/dev/lp0"}));
     // Read without conversion: the code lists and the cycle's markers stay as written.
     EXPECT_EQ(
@@ -137,9 +136,8 @@ TEST_F(ProgramTest, TheSampleFileLoadsTheRowsItDescribes) {
         (Strings{"||", "ESC p, pino 2|ESC|chr$(27)+\"p\"+chr$(0)+chr$(25)+chr$(250)",
                  "ESC p, pino 5|ESC|chr$(27,112,1,25,250)", "Impulso DLE DC4|DLE|chr$(16,20,1,0,5)",
                  "Ciclo ESC p|CIC|chr$(27)+\"p\"+chr$([MO])+chr$([P1])+chr$([P2])"}));
-    EXPECT_EQ(Rows(Gb().disTab),
-              (Strings{"||", "Display s\xE9rie|SER|COM2,9600,n,8,1",
-                       "Display em ficheiro|FIC|/tmp/lumbra/saida/display.txt"}));
+    EXPECT_EQ(Rows(Gb().disTab), (Strings{"||", "Display s\xE9rie|SER|COM2,9600,n,8,1",
+                                          "Display em ficheiro|FIC|/tmp/lumbra-display.txt"}));
     // Read with conversion: the values are the bytes the display receives.
     EXPECT_EQ(Rows(Gb().cmdTab), (Strings{"||", "Limpar|CLR|\x0C",
                                           "Cursor ao in\xED"

@@ -9,6 +9,7 @@
 #include <array>
 #include <filesystem>
 #include <initializer_list>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -77,7 +78,8 @@ TEST_F(HeaderTest, CabPrpBuildsTheFiveLabelledLinesFromTheirValues) {
         {"a.par", "", " 16-07-2003 ", "", "", {"a.par", "PAR", "16-07-2003", "1.0", ""}},
         {"a.par", "", 37818.0, "", "", {"a.par", "PAR", "", "1.0", ""}},
         {"a.par", Variant(), Variant(), Variant(), Variant(), {"a.par", "PAR", "", "1.0", ""}},
-        {"a.par", "  ", "", "  ", "  Loja 1  ", {"a.par", "PAR", "", "1.0", "Loja 1"}},
+        // Blanks are a value, trimmed to nothing: only "" takes the default.
+        {"a.par", "  ", "", "  ", "  Loja 1  ", {"a.par", "", "", "", "Loja 1"}},
     };
     const std::array<std::string, 5> labels = {
         "'Nome       : ", "'Tipo       : ", "'Data       : ", "'Versao     : ", "'Descricao  : "};
@@ -178,14 +180,60 @@ TEST_F(HeaderTest, AZoneThatCannotBeWrittenWholeKeepsTheOldFile) {
     EXPECT_EQ(FilesIn(dir), 1u) << "the part written is thrown away";
 }
 
-TEST_F(HeaderTest, CabCriInAMissingFolderWritesNothingAndReportsNothing) {
-    opc.tboFic(dir.file("falta/novo.par"));
-    opc.CabPrp("", "", "", "");
-    opc.CabCri();
-    opc.RegZon("DEF", {"", "A [A]=1"}, "");
-    opc.tboFim();
-    EXPECT_FALSE(dir.exists("falta"));
+TEST_F(HeaderTest, AFailedWriteReachesTheWriterAndLeavesNoFile) {
+    const struct {
+        std::string fic;
+        std::int16_t cabOk, zonOk, fimOk;
+    } cases[] = {
+        // The open fails: the writes that follow have no file; nothing is made.
+        {dir.file("falta/novo.par"), -76, -52, 1},
+        // A device written in place that takes nothing.
+        {"/dev/full", -61, -61, 1},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.fic);
+        opc.tboFic(c.fic);
+        opc.CabPrp("", "", "", "");
+        std::int16_t cabOk = 0, zonOk = 0, fimOk = 0;
+        opc.CabCri(0, cabOk);
+        opc.RegZon("DEF", {"", "A [A]=1"}, "", zonOk);
+        opc.tboFim(fimOk);
+        EXPECT_EQ(cabOk, c.cabOk);
+        EXPECT_EQ(zonOk, c.zonOk);
+        EXPECT_EQ(fimOk, c.fimOk);
+    }
     EXPECT_EQ(FilesIn(dir), 0u);
+}
+
+TEST_F(HeaderTest, EveryCloseOfAFileBeingWrittenGivesItsTargetTheWrittenText) {
+    const std::string written = kExampleHeader + Lines({kRule, "#DEF - ", kRule, "##", "", ""});
+    enum class Close { KvIni, Destroy };
+    for (const Close close : {Close::KvIni, Close::Destroy}) {
+        SCOPED_TRACE(static_cast<int>(close));
+        dir.write("Lumbra.par", "velho\r\n");
+        auto writer = std::make_unique<HeaderTdaOpc>();
+        writer->tboFic(dir.file("Lumbra.par"));
+        writer->CabPrp("", "", "", kConfiguracao);
+        writer->CabCri();
+        writer->RegZon("DEF", {}, "");
+        if (close == Close::KvIni) writer->KvIni();
+        writer.reset();
+        EXPECT_EQ(dir.read("Lumbra.par"), written);
+        EXPECT_EQ(FilesIn(dir), 1u) << "no replacement file survives the close";
+    }
+}
+
+TEST(HeaderEnd, TheImmediateEndOfTheProgramCommitsAFileBeingWritten) {
+    RecordingMsgSink boxes;
+    TempDir dir;
+    HeaderTdaOpc opc;
+    opc.tboFic(dir.file("Lumbra.par"));
+    opc.CabPrp("", "", "", kConfiguracao);
+    opc.CabCri();
+    // Error mode 3: a message, then the end of the program.
+    EXPECT_THROW(opc.tboPrp(dir.file("falta.par")), platform::ProgramEnded);
+    EXPECT_EQ(dir.read("Lumbra.par"), kExampleHeader);
+    EXPECT_EQ(FilesIn(dir), 1u);
 }
 
 TEST_F(HeaderTest, RegZonWritesTheZoneBlockByteForByte) {

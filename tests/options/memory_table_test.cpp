@@ -119,6 +119,11 @@ TEST(MemoryTable, AnEntryIsACopyOfTheCurrentParameterAndALowCountCutsTheTable) {
     opc.MemReg(cnt);
     EXPECT_EQ(cnt, 2);
     EXPECT_EQ(opc.memory(), (std::vector<ParReg>{ParReg{}, opc.memory()[1], want}));
+    // The counter is not checked: -1 resizes the table to element 0 alone and stores there.
+    cnt = -1;
+    opc.MemReg(cnt);
+    EXPECT_EQ(cnt, 0);
+    EXPECT_EQ(opc.memory(), std::vector<ParReg>{want});
 }
 
 TEST(MemoryTable, MemOpcRegAppendsAVariableWithItsValue) {

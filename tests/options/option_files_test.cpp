@@ -80,15 +80,16 @@ TEST_F(OptionFilesTest, TheGroupSelectionPicksEntriesInFileOrder) {
         std::string grv;
         Names names;
     } cases[] = {
+        // The TX zone registers nothing: its one line reads record 1 left by the LIG zone.
         {"",
          {"Editor de texto", "Calculadora", "Gaveta", "Espaco", "Zero", "Minusculas", "Sem grupo",
-          "Outro"}},
-        {"*", {"Editor de texto", "Gaveta", "Minusculas", "Sem grupo", "Outro"}},
-        {"DIV,GAV", {"Editor de texto", "Gaveta", "Outro"}},
-        {"GAV,DIV", {"Editor de texto", "Gaveta", "Outro"}},
-        {"DIV, GAV", {"Editor de texto"}},  // " GAV" is no group
+          "Porta", "Outro"}},
+        {"*", {"Editor de texto", "Gaveta", "Minusculas", "Sem grupo", "Porta", "Outro"}},
+        {"DIV,GAV", {"Editor de texto", "Gaveta", "Porta", "Outro"}},
+        {"GAV,DIV", {"Editor de texto", "Gaveta", "Porta", "Outro"}},
+        {"DIV, GAV", {"Editor de texto", "Porta"}},  // " GAV" is no group
         {"div", {"Minusculas"}},
-        {"DIV", {"Editor de texto"}},
+        {"DIV", {"Editor de texto", "Porta"}},
         {"XYZ", {}},
     };
     for (const auto& c : cases) {
@@ -114,7 +115,7 @@ TEST_F(OptionFilesTest, EntriesKeepFlagGroupAndValueAsWritten) {
         {5, "Zero", "01", "DIV", "y"},
         {7, "Sem grupo", "1", "", "w"},
     };
-    ASSERT_EQ(opc.entries().size(), 9u);
+    ASSERT_EQ(opc.entries().size(), 10u);
     for (const auto& c : cases) {
         const TboReg& e = opc.entries()[c.i];
         EXPECT_EQ(e.txi, c.txi);
@@ -129,9 +130,9 @@ TEST_F(OptionFilesTest, TbOpcProFillsTheTenColumnsOfEachRow) {
     TdaOpc::TboMat m;
     std::int16_t nop = 0;
     opc.tbOpcPro(m, nop, 100);
-    ASSERT_EQ(nop, 8);
+    ASSERT_EQ(nop, 9);
     for (const auto& column : m)
-        ASSERT_EQ(column.size(), 9u);
+        ASSERT_EQ(column.size(), 10u);
 
     using Row = std::vector<std::string>;
     const struct {
@@ -158,7 +159,7 @@ TEST_F(OptionFilesTest, TbOpcProFillsTheTenColumnsOfEachRow) {
 
 TEST_F(OptionFilesTest, TbOpcProStopsAtMax) {
     opc.tbOpcPrp(dir.file("Programas.tbo"), "*", "TBO");
-    const struct { std::int16_t max, nop; } cases[] = {{0, 0}, {2, 2}, {5, 5}, {6, 5}, {-3, 0}};
+    const struct { std::int16_t max, nop; } cases[] = {{0, 0}, {2, 2}, {6, 6}, {7, 6}, {-3, 0}};
     for (const auto& c : cases) {
         TdaOpc::TboMat m;
         m[4] = {"velho", "velho", "velho"};
@@ -177,7 +178,7 @@ TEST_F(OptionFilesTest, TbOpcProStopsAtMax) {
 
 TEST_F(OptionFilesTest, EachReadReplacesTheTableAndADefZoneLoadsTheOptions) {
     opc.tbOpcPrp(dir.file("Programas.tbo"), "", "TBO");
-    ASSERT_EQ(opc.entries().size(), 9u);
+    ASSERT_EQ(opc.entries().size(), 10u);
     std::string base;
     opc.OpcCon("DirBas", base);
     EXPECT_EQ(base, "C:\\LUMBRA");

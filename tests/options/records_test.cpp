@@ -261,12 +261,14 @@ TEST_F(RecordsTest, RegExeToAnotherFileCreatesItsFoldersAndLeavesTheLoadedFileAl
     Load(kEight);
     opc.RegVarAlt("PORTA", "COM2", 0);
     std::int16_t ok = 0;
-    opc.RegExe("  " + dir.file("novo/pasta/copia.par"), 0, ok);
+    // The name is taken as given, its blanks included.
+    opc.RegExe(dir.file("novo/pasta/copia.par "), 0, ok);
     EXPECT_EQ(ok, 1);
     EXPECT_EQ(dir.read("p.par"), kEight);
     std::string expected = kEight;
     expected.replace(expected.find(" COM1"), 5, "COM2");
-    EXPECT_EQ(dir.read("novo/pasta/copia.par"), expected);
+    EXPECT_EQ(dir.read("novo/pasta/copia.par "), expected);
+    EXPECT_FALSE(dir.exists("novo/pasta/copia.par"));
 }
 
 TEST_F(RecordsTest, RegExeReplacesAStaleReplacementFileInsteadOfAddingOne) {

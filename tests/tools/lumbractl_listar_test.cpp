@@ -107,14 +107,14 @@ TEST(LumbractlListar, ListsTheSampleRowsZoneByZoneInUtf8) {
     EXPECT_EQ(run.err, "");
     EXPECT_EQ(run.out,
               "LIG\t1\tImpressora s\xC3\xA9rie\tSER\tCOM1,9600,n,8,1\n"
-              "LIG\t2\tFicheiro de teste\tFIC\t/tmp/lumbra/saida/impressora.txt\n"
+              "LIG\t2\tFicheiro de teste\tFIC\t/tmp/lumbra-impressora.txt\n"
               "LIG\t3\tImpressora paralela\tLPT\t/dev/lp0\n"
               "GAV\t1\tESC p, pino 2\tESC\tchr$(27)+\"p\"+chr$(0)+chr$(25)+chr$(250)\n"
               "GAV\t2\tESC p, pino 5\tESC\tchr$(27,112,1,25,250)\n"
               "GAV\t3\tImpulso DLE DC4\tDLE\tchr$(16,20,1,0,5)\n"
               "GAV\t4\tCiclo ESC p\tCIC\tchr$(27)+\"p\"+chr$([MO])+chr$([P1])+chr$([P2])\n"
               "DIS_OPC\t1\tDisplay s\xC3\xA9rie\tSER\tCOM2,9600,n,8,1\n"
-              "DIS_OPC\t2\tDisplay em ficheiro\tFIC\t/tmp/lumbra/saida/display.txt\n"
+              "DIS_OPC\t2\tDisplay em ficheiro\tFIC\t/tmp/lumbra-display.txt\n"
               "DIS_CMD\t1\tLimpar\tCLR\tchr$(12)\n"
               "DIS_CMD\t2\tCursor ao in\xC3\xAD"
               "cio\tHOME\tchr$(11)\n"

@@ -37,28 +37,29 @@ int DigitValue(int c) {
 }
 
 // "&H..." or "&O..." after the "&": the width of the result follows the value, 16 bits when it
-// fits, else 32; a digit that would need more than 32 bits ends the reading.
-double ReadBased(Cursor& cur) {
+// fits, else 32. A value that needs more than 32 bits is an overflow: false, d = 0.
+bool ReadBased(Cursor& cur, double& d) {
+    d = 0.0;
     int base = 0;
     const int marker = cur.peek();
     if (marker == 'H' || marker == 'h') base = 16;
     if (marker == 'O' || marker == 'o') base = 8;
-    if (base == 0) return 0.0;
+    if (base == 0) return true;
     cur.take();
     std::uint64_t value = 0;
     for (;;) {
         const int digit = DigitValue(cur.peek());
         if (digit >= base) break;
-        const std::uint64_t next =
-            value * static_cast<std::uint64_t>(base) + static_cast<std::uint64_t>(digit);
-        if (next > 0xFFFFFFFFu) break;
-        value = next;
+        value = value * static_cast<std::uint64_t>(base) + static_cast<std::uint64_t>(digit);
+        if (value > 0xFFFFFFFFu) return false;
         cur.take();
     }
     if (value <= 0xFFFFu) {
-        return static_cast<double>(static_cast<std::int16_t>(static_cast<std::uint16_t>(value)));
+        d = static_cast<double>(static_cast<std::int16_t>(static_cast<std::uint16_t>(value)));
+    } else {
+        d = static_cast<double>(static_cast<std::int32_t>(static_cast<std::uint32_t>(value)));
     }
-    return static_cast<double>(static_cast<std::int32_t>(static_cast<std::uint32_t>(value)));
+    return true;
 }
 
 // Significant digits kept from a decimal mantissa; the rest only shift the exponent. Far more than
@@ -175,8 +176,7 @@ bool NumRead(std::string_view tx, double& d) {
     const int first = cur.peek();
     if (first == '&') {
         cur.take();
-        d = ReadBased(cur);
-        return true;
+        return ReadBased(cur, d);
     }
     bool negative = false;
     if (first == '+' || first == '-') {

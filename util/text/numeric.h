@@ -16,12 +16,13 @@ namespace lumbra {
 // - space, tab and line feed are ignored wherever they stand ("1 2" is 12);
 // - "&H" + hexadecimal digits or "&O" + octal digits (either case) is a whole number; a value up
 //   to 16 bits is a signed 16-bit number ("&HFFFF" is -1), up to 32 bits a signed 32-bit one
-//   ("&H10000" is 65536, "&HFFFFFFFF" is -1); leading zeros do not count, and a digit that would
-//   take the value past 32 bits ends the reading;
+//   ("&H10000" is 65536, "&HFFFFFFFF" is -1); leading zeros do not count, and a value past 32 bits
+//   ("&H123456789") is an overflow;
 // - otherwise an optional sign, decimal digits with at most one "." (always ".", whatever the
 //   locale) and an optional exponent "E" or "D" (either case) with optional sign and digits;
 // - the reading stops at the first character that does not fit; no number reads as 0.
-// Returns false (d = 0) only when the number is too large for a double ("1E400").
+// Returns false (d = 0) only when the number overflows: too large for a double ("1E400"), or an
+// "&H"/"&O" value past 32 bits.
 bool NumRead(std::string_view tx, double& d);
 // The same reading; a number too large for a double reads as 0.
 double NumRead(std::string_view tx);

@@ -41,6 +41,7 @@ TEST(VlNum, ConvertsIntoTheTargetKindAndGivesZeroOnFailure) {
         {Variant("70000"), kInt32, Variant(std::int32_t{70000})},
         {Variant("2.5"), kDouble, Variant(2.5)},
         {Variant("1E400"), kDouble, Variant(0.0)},
+        {Variant("&H123456789"), kInt32, Variant(std::int32_t{0})},
         {Variant("2.5"), Variant(), Variant(2.5)},
         {Variant(std::int16_t{5}), Variant(), Variant(5.0)},
         {Variant("0.5"), kText, Variant("0.5")},
@@ -150,6 +151,7 @@ TEST(TxVl, TextTargetTakesTextAndOthersTheNumberOrTheirEmptyValue) {
         {"70000", kInt16, Variant(std::int16_t{0}), 0},
         {"1E400", kDouble, Variant(0.0), 0},
         {"1E400", Variant(), Variant(0.0), 0},
+        {"&H123456789", kInt32, Variant(std::int32_t{0}), 0},
     };
     for (const auto& c : cases) {
         Variant v = c.target;
