@@ -16,7 +16,8 @@ target=${2:-/tmp/lumbra-bookworm}
 mount -t proc proc "$target/proc"
 mount --bind /dev "$target/dev"
 mount --bind /dev/pts "$target/dev/pts"
-trap 'umount "$target/dev/pts" "$target/dev" "$target/proc"' EXIT
+# A process of the chroot may still be closing when the script ends: detach then.
+trap 'for m in dev/pts dev proc; do umount "$target/$m" || umount -l "$target/$m"; done' EXIT
 
 inside() {
     chroot "$target" env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME=/root LANG=C.UTF-8 \
@@ -43,5 +44,5 @@ inside apt-get install -y -q --no-install-recommends xvfb xauth x11-utils >/dev/
 exec_line=$(sed -n 's/^Exec=//p' "$target/usr/share/applications/lumbra.desktop")
 inside xvfb-run -a sh -c "$exec_line & sleep 5
     xwininfo -root -tree | grep 'para POS'; found=\$?
-    kill \$!; exit \$found"
+    kill \$!; wait \$!; exit \$found"
 echo "the window is up"
