@@ -70,14 +70,16 @@ zcat "$work/root/usr/share/doc/lumbra/changelog.gz" | head -n1 | grep -q "^lumbr
     fail "changelog's first entry is not $version"
 cmp -s "$work/root/etc/lumbra/Lumbra.par" "$root/examples/Lumbra.par" || fail "Lumbra.par differs"
 
-for entry in "$work"/root/usr/share/applications/*.desktop; do
+# Both entries, the virtual devices' one too when this tree does not install it yet.
+for entry in "$work"/root/usr/share/applications/*.desktop "$root"/packaging/*.desktop; do
     out=$(desktop-file-validate "$entry" 2>&1) && [[ -z $out ]] || fail "$entry: $out"
 done
+# mandoc checks the section against the file's name: lumbra.1, not a temporary name.
 for page in "$work"/root/usr/share/man/man1/*.1.gz; do
-    zcat "$page" >"$work/page"
-    out=$(mandoc -T lint "$work/page" 2>&1) || fail "mandoc $(basename "$page"): $out"
-    out=$(groff -k -ww -z -man "$work/page" 2>&1) && [[ -z $out ]] ||
-        fail "groff $(basename "$page"): $out"
+    name=$(basename "$page" .gz)
+    zcat "$page" >"$work/$name"
+    out=$(mandoc -T lint "$work/$name" 2>&1) || fail "mandoc $name: $out"
+    out=$(groff -k -ww -z -man "$work/$name" 2>&1) && [[ -z $out ]] || fail "groff $name: $out"
 done
 bash -n "$work/root/usr/share/bash-completion/completions/lumbractl" || fail "completion syntax"
 
