@@ -5,7 +5,7 @@
 # installed programs finding their folder through the links.
 set -uo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
-deb=$(bash "$root/scripts/package.sh" | tail -n1) || { echo "package: the build failed" >&2; exit 1; }
+deb=$(bash "$root/scripts/package.sh") || { echo "package: the build failed" >&2; exit 1; }
 version=$(sed -n 's/^project(Lumbra VERSION \([0-9.]*\).*/\1/p' "$root/CMakeLists.txt")
 
 work=$(mktemp -d)
