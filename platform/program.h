@@ -15,6 +15,11 @@ std::string CommandLine();
 // The folder of the running program, without a trailing separator ("/" for the root).
 std::string ProgramFolder();
 
+// The real file of a program started by the name name: a path as it is, a bare name looked up in
+// the folders of searchPath (":"-separated, as PATH) like the shell does; links resolved. "" when
+// there is no such executable. Host paths. ProgramFolder uses it where /proc is not mounted.
+std::string ProgramFileFromName(const std::string& name, const std::string& searchPath);
+
 // Makes ProgramFolder answer folder instead of the real one ("" returns to the real one); for a
 // program that is run from somewhere other than its installed place, such as a test.
 void OverrideProgramFolder(const std::string& folder);
