@@ -3,16 +3,19 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <signal.h>
+#include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <sys/types.h>
 #include <termios.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstddef>
 #include <ctime>
 #include <map>
 #include <memory>
+#include <thread>
 
 #include "platform/file_errors.h"
 #include "platform/host_text.h"
@@ -26,6 +29,7 @@ constexpr std::int16_t kLastFileNumber = 511;
 constexpr std::size_t kReadChunk = 64 * 1024;
 // One wait for a device to take more bytes; short, so that a stop signal is seen at once.
 constexpr std::chrono::milliseconds kWriteStep{200};
+constexpr std::chrono::milliseconds kDrainStep{1};
 
 // How the last write that timed out went, for FileErrText.
 std::string& LastStall() {
@@ -154,6 +158,24 @@ ssize_t Refill(OpenFile& file, std::int16_t& err) {
     }
 }
 
+// A terminal (a serial line used as a file port) holds what it was given in its driver's queue:
+// the write is done when the queue is empty, under the same stall rule, and nothing is left for
+// the close to wait on for the driver's own half minute.
+std::int16_t DrainTerminal(int fd, std::size_t total, WriteWatch& watch) {
+    if (::isatty(fd) != 1) return 0;
+    for (;;) {
+        int queued = 0;
+        if (::ioctl(fd, TIOCOUTQ, &queued) != 0 || queued <= 0) return 0;
+        watch.taken(total - std::min(static_cast<std::size_t>(queued), total));
+        if (watch.stopped()) return Abandon(fd, kErrUserInterrupt);
+        if (watch.stalled()) {
+            LastStall() = watch.stallText();
+            return Abandon(fd, kErrDeviceTimeout);
+        }
+        std::this_thread::sleep_for(kDrainStep);
+    }
+}
+
 }  // namespace
 
 std::int16_t FreeFile() {
@@ -272,7 +294,7 @@ std::int16_t FileWrite(std::int16_t num, std::string_view text, bool newline) {
         pollfd p{file->fd, POLLOUT, 0};
         ::poll(&p, 1, static_cast<int>(watch.nextWait(kWriteStep).count()));
     }
-    return 0;
+    return DrainTerminal(file->fd, text.size(), watch);
 }
 
 std::string FileErrText(std::int16_t err) {
