@@ -15,10 +15,12 @@
 #include <ctime>
 #include <map>
 #include <memory>
+#include <optional>
 #include <thread>
 
 #include "platform/file_errors.h"
 #include "platform/host_text.h"
+#include "platform/stop_signals.h"
 #include "platform/write_stall.h"
 
 namespace lumbra::platform {
@@ -40,6 +42,8 @@ std::string& LastStall() {
 struct OpenFile {
     int fd = -1;
     FileMode mode = FileMode::Input;
+    // A plain file never makes a write wait nor raises SIGPIPE: its writes skip the guards.
+    bool regular = true;
     dev_t device = 0;
     ino_t inode = 0;
     // Input only: bytes read ahead of the caller, and whether a CR just ended a line, so that an
@@ -151,8 +155,9 @@ ssize_t Refill(OpenFile& file, std::int16_t& err) {
             file.buffer.resize(static_cast<std::size_t>(got));
             return got;
         }
-        if (errno == EINTR) continue;
-        err = IoErrorFromErrno(errno);
+        // A stop signal ends a read that waits for a device or a pipe.
+        if (errno == EINTR && !StopRequested()) continue;
+        err = errno == EINTR ? kErrUserInterrupt : IoErrorFromErrno(errno);
         file.buffer.clear();
         return -1;
     }
@@ -216,6 +221,7 @@ std::int16_t FileOpen(std::int16_t num, const std::string& path, FileMode mode) 
     OpenFile file;
     file.fd = fd;
     file.mode = mode;
+    file.regular = S_ISREG(st.st_mode);
     file.device = st.st_dev;
     file.inode = st.st_ino;
     Table().emplace(num, std::move(file));
@@ -272,7 +278,8 @@ std::int16_t FileWrite(std::int16_t num, std::string_view text, bool newline) {
         withEnd.append(text).append("\r\n");
         text = withEnd;
     }
-    const SigpipeHeld noSigpipe;
+    std::optional<SigpipeHeld> noSigpipe;
+    if (!file->regular) noSigpipe.emplace();
     WriteWatch watch(text.size());
     std::size_t done = 0;
     while (done < text.size()) {

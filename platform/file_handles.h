@@ -49,7 +49,8 @@ std::int16_t FreeFile();
 // its place that every later write would "succeed" on.
 std::int16_t FileOpen(std::int16_t num, const std::string& path, FileMode mode);
 bool FileIsOpen(std::int16_t num);
-// Reads one line without its terminator (CR LF, CR or LF); 62 past the end, 52 when not open.
+// Reads one line without its terminator (CR LF, CR or LF); 62 past the end, 52 when not open,
+// 18 when a stop signal ends a read that waits for a device or a pipe.
 std::int16_t FileReadLine(std::int16_t num, std::string& line);
 // Writes text, followed by CR LF when newline is set; 0 or the error number (61 disk full). A
 // device that takes no byte for WriteStallLimit() (write_stall.h) fails the write with 24 "Device
