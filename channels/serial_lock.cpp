@@ -79,6 +79,16 @@ void EachLock(const std::string& hostPath, Visit visit) {
 
 }  // namespace
 
+std::string SerialLockPath(const std::string& hostPath) {
+    const std::string name = LockName(hostPath);
+    for (const char* folder : kLockFolders) {
+        const std::string path = std::string(folder) + "/" + name;
+        if (::access(folder, R_OK) != 0) continue;
+        if (::access(path.c_str(), F_OK) == 0 || ::access(folder, W_OK) == 0) return path;
+    }
+    return {};
+}
+
 void RemoveStaleSerialLocks(const std::string& hostPath) {
     EachLock(hostPath, [](LockFile lock) {
         if (Blank(lock.text)) {

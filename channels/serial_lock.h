@@ -16,7 +16,11 @@ namespace lumbra {
 
 inline constexpr std::chrono::milliseconds kEmptyLockAge{500};
 
-// Removes the stale locks of the device at hostPath (the host's form of the path).
+// Where the device at hostPath (the host's form of the path) is locked: its lock file in the first
+// lock folder that holds one or that this user may write to; "" when there is no such folder.
+std::string SerialLockPath(const std::string& hostPath);
+
+// Removes the stale locks of the device at hostPath.
 void RemoveStaleSerialLocks(const std::string& hostPath);
 
 // Who holds the device's lock: "process 1234 (minicom)", or "" when no running process does.

@@ -9,6 +9,7 @@
 
 #include "channels/GlbComFr.h"
 #include "channels/PgmFic.h"
+#include "channels/serial_lock.h"
 #include "platform/msg_box.h"
 #include "platform/write_stall.h"
 #include "tests/channels/port_map.h"
@@ -186,7 +187,8 @@ TEST_F(SerialChannelTest, AStaleLockIsRemovedAndThePortOpens) {
     const pid_t gone = ::fork();
     if (gone == 0) ::_exit(0);
     ::waitpid(gone, nullptr, 0);
-    const std::string lock = "/var/lock/LCK.." + pty.slavePath().substr(5).replace(3, 1, "_");
+    const std::string lock = SerialLockPath(pty.slavePath());
+    ASSERT_NE(lock, "");
     for (const std::string& content : {std::string(), std::to_string(gone) + "\n"}) {
         SCOPED_TRACE("lock holding \"" + content + "\"");
         boxes.clear();

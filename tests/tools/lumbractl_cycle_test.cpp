@@ -10,6 +10,7 @@
 #include <string>
 #include <thread>
 
+#include "channels/serial_lock.h"
 #include "tests/tools/tool_fixture.h"
 #include "tests/tools/tool_process.h"
 
@@ -73,12 +74,15 @@ TEST_P(LumbractlStopSignal, StopsTheCycleAfterTheSendUnderWayAndClosesThePort) {
     EXPECT_EQ(static_cast<std::size_t>(std::count(run.out.begin(), run.out.end(), '\n')), sends);
     EXPECT_EQ(run.err, "lumbractl: ciclo interrompido depois de " + std::to_string(sends) +
                            " de 338 envios\n");
-    const std::string lock = "/var/lock/LCK.." + com1.slavePath().substr(5).replace(3, 1, "_");
+    const std::string lock = SerialLockPath(com1.slavePath());
+    ASSERT_NE(lock, "");
     EXPECT_NE(::access(lock.c_str(), F_OK), 0) << lock << " was left behind";
 }
 
 INSTANTIATE_TEST_SUITE_P(Signals, LumbractlStopSignal, ::testing::Values(SIGINT, SIGTERM, SIGHUP),
-                         [](const auto& signal) { return std::string(::sigabbrev_np(signal.param)); });
+                         [](const auto& signal) {
+                             return std::string(::sigabbrev_np(signal.param));
+                         });
 
 // A file port on a terminal whose far side reads nothing: the send waits for it, and Ctrl+C ends
 // that wait, and the tool, at once.
