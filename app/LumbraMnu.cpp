@@ -1,7 +1,9 @@
 #include "app/LumbraMnu.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCloseEvent>
+#include <QDialog>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
@@ -9,6 +11,7 @@
 #include "app/LumbraCnv.h"
 #include "platform/qt_codepage.h"
 #include "platform/qt_events.h"
+#include "platform/qt_stop_signals.h"
 #include "util/text/value.h"
 
 namespace lumbra {
@@ -45,6 +48,15 @@ void LumbraMnu::LumbraMsgJun(const Variant& msg) {
 void LumbraMnu::LumbraMsgSep(std::int16_t nl) {
     for (int i = 0; i < nl; ++i)
         LumbraMsgJun(Variant(""));
+}
+
+void LumbraMnu::closeOnStopSignals() {
+    platform::OnStopSignal(this, [this] {
+        if (auto* box = qobject_cast<QDialog*>(QApplication::activeModalWidget())) box->reject();
+        // Queued: the close runs once the box's own loop has given control back.
+        QMetaObject::invokeMethod(
+            this, [this] { close(); }, Qt::QueuedConnection);
+    });
 }
 
 void LumbraMnu::closeEvent(QCloseEvent* event) {

@@ -38,6 +38,11 @@ class LumbraMnu : public QMainWindow {
     void LumbraDisExe();
     void LumbraDisVer(const std::string& tx);
 
+    // From now on Ctrl+C, SIGTERM and SIGHUP close the window as "Terminar" does, once the event
+    // loop hears of them: a box on the screen is dismissed first and the boxes that follow go to
+    // standard error, so nothing waits for an answer. A platform::StopSignalCatcher must live.
+    void closeOnStopSignals();
+
     // True while the drawer cycle runs ("Ciclo" then reads "Parar").
     bool cycleRunning() const { return cycleRunning_; }
 

@@ -11,6 +11,7 @@
 #include "platform/qt_codepage.h"
 #include "platform/qt_events.h"
 #include "platform/qt_msg_box.h"
+#include "platform/stop_signals.h"
 
 namespace lumbra {
 
@@ -57,7 +58,8 @@ void LumbraMnu::cmAbrCic_Click() {
             ui.txGavAbr->setText(platform::FromCp1252(t));
             platform::ProcessPendingEvents();
         };
-        hooks.stopped = [this] { return cycleStop_; };
+        // A stop signal ends the cycle at once; the window closes as soon as its event arrives.
+        hooks.stopped = [this] { return cycleStop_ || platform::StopRequested(); };
         hooks.send = [this] { LumbraGavAbr(); };
         RunDrawerCycle(Gb().gavIdx, hooks);
     }

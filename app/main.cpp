@@ -8,6 +8,7 @@
 #include "platform/msg_box.h"
 #include "platform/program.h"
 #include "platform/qt_msg_box.h"
+#include "platform/stop_signals.h"
 
 namespace {
 
@@ -36,7 +37,9 @@ int main(int argc, char** argv) {
     lumbra::platform::QtMsgSink sink;
     lumbra::platform::SetMsgSink(&sink);
 
+    const lumbra::platform::StopSignalCatcher stopSignals;
     lumbra::LumbraMnu window;
+    window.closeOnStopSignals();
     // A parameter file that cannot be opened ends the program here, before any window shows.
     window.Form_Load();
     window.show();

@@ -61,7 +61,7 @@ void CanFicAbr(const std::int16_t& can) {
     r->modoAct = m;
     r->num = platform::FreeFile();
     const std::int16_t err = platform::FileOpen(r->num, r->fic, plan.mode);
-    if (err != 0) CanErr(can, "Abrir", platform::ErrDescription(err));
+    if (err != 0) CanErr(can, "Abrir", platform::FileErrText(err));
 }
 
 void CanFicFec(const std::int16_t& can) {
@@ -71,7 +71,7 @@ void CanFicFec(const std::int16_t& can) {
     // The number is released even when the close reports an error.
     r->modoAct.clear();
     r->num = 0;
-    if (err != 0) CanErr(can, "Fechar", platform::ErrDescription(err));
+    if (err != 0) CanErr(can, "Fechar", platform::FileErrText(err));
 }
 
 void CanFicGrv(const std::int16_t& can, const std::string& tx, const std::int16_t& nl) {
@@ -86,7 +86,7 @@ void CanFicGrv(const std::int16_t& can, const std::string& tx, const std::int16_
     }
     const std::int16_t err = platform::FileWrite(r->num, tx, nl == 1);
     if (err != 0) {
-        CanErr(can, "Gravar TX", platform::ErrDescription(err));
+        CanErr(can, "Gravar TX", platform::FileErrText(err));
     } else {
         channel_table::Written(can, nl == 1 ? tx + "\r\n" : tx);
     }

@@ -3,7 +3,6 @@
 // whether its output has left, whether the device is still there. These work on the descriptor a
 // port holds, so they see the device as the kernel does, not as the port object remembers it.
 
-#include <chrono>
 #include <cstdint>
 
 namespace lumbra {
@@ -11,13 +10,11 @@ namespace lumbra {
 // The output speed in baud that the driver now uses on fd; -1 when it cannot be read.
 std::int64_t DeviceLineSpeed(int fd);
 
-enum class DrainResult { Drained, TimedOut };
-
-// Waits until the driver's output queue is empty and, where the driver can tell, the transmitter
-// has sent its last bit. Polls instead of calling tcdrain, which can block for ever on a device
-// held by flow control: gives TimedOut when deadline passes first. A driver that cannot report
-// its queue counts as drained.
-DrainResult DrainOutput(int fd, std::chrono::steady_clock::time_point deadline);
+// Bytes the driver still holds in its output queue for fd; 0 when the driver cannot say.
+int QueuedOutput(int fd);
+// True while the transmitter still sends its last bits; false when it is empty or the driver cannot
+// say (only UART drivers can).
+bool TransmitterBusy(int fd);
 
 // True when the device behind fd has hung up (unplugged, or the far end of a pseudo-terminal
 // closed).

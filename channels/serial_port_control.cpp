@@ -7,13 +7,17 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include <thread>
 
 #include "channels/device_line.h"
 #include "channels/line_format.h"
 #include "channels/serial_device.h"
+#include "channels/serial_lock.h"
+#include "platform/file_handles.h"
 #include "platform/host_text.h"
 #include "platform/program.h"
 #include "platform/qt_codepage.h"
+#include "platform/write_stall.h"
 
 namespace lumbra {
 namespace {
@@ -21,9 +25,10 @@ namespace {
 // The receive buffer of the design; older bytes give way when more arrive unread, so a chattering
 // device can neither fill memory nor stall a write.
 constexpr qint64 kInputBufferSize = 1024;
-// One wait for the device to take more bytes; the write as a whole is bounded by writeTimeout.
+// One wait for the device to take more bytes: short, so that a stop signal is seen at once.
 constexpr std::chrono::milliseconds kWriteStep{200};
-constexpr std::chrono::milliseconds kStartGrace{2000};
+// One look at the driver's queue while it drains: a write returns soon after its last byte left.
+constexpr std::chrono::milliseconds kDrainStep{1};
 
 std::string QtError(const QSerialPort& port) {
     return platform::ToCp1252(port.errorString());
@@ -106,13 +111,18 @@ bool SerialPortControl::setPortOpen(bool open) {
     if (std::string problem = DeviceAccessProblem(commPort_, path); !problem.empty())
         return fail(std::move(problem));
 
-    port_->setPortName(QString::fromStdString(platform::HostPath(path)));
+    const std::string host = platform::HostPath(path);
+    RemoveStaleSerialLocks(host);
+    port_->setPortName(QString::fromStdString(host));
     port_->clearError();
     if (!port_->open(QIODevice::ReadWrite)) {
         // The node exists and this user may use it (checked above), so a refusal on the grounds
         // of permission is the lock another program holds.
-        if (port_->error() == QSerialPort::PermissionError)
-            return fail(label + " is in use by another program");
+        if (port_->error() == QSerialPort::PermissionError) {
+            const std::string holder = SerialLockHolder(host);
+            return fail(label + " is in use by " +
+                        (holder.empty() ? std::string("another program") : holder));
+        }
         return fail(label + " cannot be opened: " + QtError(*port_));
     }
     openPath_ = path;
@@ -163,10 +173,6 @@ bool SerialPortControl::output(const std::string& bytes) {
     if (bytes.empty()) return true;
 
     const std::string label = PortLabel(commPort_, openPath_);
-    const auto limit = writeTimeout(bytes.size());
-    const auto deadline = std::chrono::steady_clock::now() + limit;
-    const std::string tooSlow = label + " did not take the data within " +
-                                std::to_string((limit.count() + 999) / 1000) + " s";
     auto giveUp = [&](std::string why) {
         // What the device did not take must not leave later, behind the user's back.
         port_->clear(QSerialPort::Output);
@@ -177,33 +183,35 @@ bool SerialPortControl::output(const std::string& bytes) {
     port_->clearError();
     const auto size = static_cast<qint64>(bytes.size());
     if (port_->write(bytes.data(), size) != size) return giveUp(describeWriteFailure(label));
-    while (port_->bytesToWrite() > 0) {
-        const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(
-            deadline - std::chrono::steady_clock::now());
-        if (left.count() <= 0) return giveUp(tooSlow);
-        if (port_->waitForBytesWritten(static_cast<int>(std::min(left, kWriteStep).count())))
+    // Taken means out of the program's buffer and out of the driver's queue.
+    platform::WriteWatch watch(bytes.size());
+    for (;;) {
+        const qint64 pending = port_->bytesToWrite();
+        const auto left = static_cast<std::size_t>(pending) +
+                          static_cast<std::size_t>(QueuedOutput(port_->handle()));
+        watch.taken(bytes.size() - std::min(left, bytes.size()));
+        if (left == 0 && !TransmitterBusy(port_->handle())) return true;
+        if (watch.stopped()) {
+            return giveUp(
+                label + " write stopped: " + platform::ErrDescription(platform::kErrUserInterrupt));
+        }
+        if (watch.stalled()) return giveUp(label + " stopped taking data: " + watch.stallText());
+        if (pending == 0) {
+            std::this_thread::sleep_for(kDrainStep);
+            continue;
+        }
+        if (port_->waitForBytesWritten(static_cast<int>(watch.nextWait(kWriteStep).count())))
             continue;
         const auto error = port_->error();
         if (error != QSerialPort::NoError && error != QSerialPort::TimeoutError)
             return giveUp(describeWriteFailure(label));
         port_->clearError();
     }
-    if (DrainOutput(port_->handle(), deadline) == DrainResult::TimedOut) return giveUp(tooSlow);
-    return true;
 }
 
 std::string SerialPortControl::describeWriteFailure(const std::string& label) const {
     if (DeviceHungUp(port_->handle())) return label + " was disconnected during the write";
     return label + " write failed: " + QtError(*port_);
-}
-
-std::chrono::milliseconds SerialPortControl::writeTimeout(std::size_t count) const {
-    if (fixedWriteTimeout_) return *fixedWriteTimeout_;
-    const std::int64_t bitsPerChar = 1 + settings_.dataBits +
-                                     (settings_.parity == SerialParity::None ? 0 : 1) +
-                                     (settings_.stopBits == SerialStopBits::One ? 1 : 2);
-    const auto lineMs = static_cast<std::int64_t>(count) * bitsPerChar * 2000 / settings_.baud;
-    return kStartGrace + std::chrono::milliseconds(lineMs);
 }
 
 std::string SerialPortControl::input() {

@@ -7,11 +7,9 @@
 // send until it is set again correctly, so the reason reaches the user at the next open.
 // Operations that can fail return false and leave the reason in errorText().
 
-#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <optional>
 #include <string>
 
 #include "channels/serial_settings.h"
@@ -47,11 +45,15 @@ class SerialPortControl {
 
     bool portOpen() const;
     // Opens the device of commPort() (SerialDevicePath over the program's command line) with the
-    // settings, or closes it. Opening an open port or closing a closed one is an error.
+    // settings, or closes it. Opening an open port or closing a closed one is an error. Stale lock
+    // files of the device are removed first (serial_lock.h); a port another process holds is
+    // refused naming that process where its lock tells.
     bool setPortOpen(bool open);
 
     // Sends bytes unchanged and returns when they have left the program: written to the device
-    // and drained from its output queue. Gives up after writeTimeout() and reports it.
+    // and drained from its output queue. A device that takes no byte for the write stall limit
+    // (platform/write_stall.h), or a stop signal, ends the write with a failure; what the device
+    // did not take is dropped.
     bool output(const std::string& bytes);
 
     // Takes inputLen() bytes (all when 0) out of the receive buffer.
@@ -66,13 +68,6 @@ class SerialPortControl {
     void setOnComm(std::function<void()> handler) { onComm_ = std::move(handler); }
     // Bytes received and not yet taken by input().
     std::int64_t inBufferCount() const;
-
-    // How long output() may take for count bytes: twice their time on the line at the current
-    // rate, plus two seconds for the device to start. A fixed limit replaces the rule when set.
-    std::chrono::milliseconds writeTimeout(std::size_t count) const;
-    void setFixedWriteTimeout(std::optional<std::chrono::milliseconds> limit) {
-        fixedWriteTimeout_ = limit;
-    }
 
     // The device path the open port uses ("" when closed) and its descriptor (-1 when closed).
     const std::string& devicePath() const { return openPath_; }
@@ -98,7 +93,6 @@ class SerialPortControl {
     std::int16_t rThreshold_ = 0;
     std::int16_t commEvent_ = comEvNone;
     std::function<void()> onComm_;
-    std::optional<std::chrono::milliseconds> fixedWriteTimeout_;
     std::string openPath_;
     std::string error_;
 };

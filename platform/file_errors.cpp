@@ -1,9 +1,12 @@
 #include "platform/file_errors.h"
 
 #include <sys/stat.h>
+#include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <string>
+#include <vector>
 
 #include "platform/file_handles.h"
 
@@ -11,16 +14,24 @@ namespace lumbra::platform {
 
 std::string ErrDescription(std::int16_t err) {
     switch (err) {
+        case kErrUserInterrupt:
+            return "User interrupt occurred";
+        case kErrDeviceTimeout:
+            return "Device timeout";
         case kErrBadFileNameOrNumber:
             return "Bad file name or number";
         case kErrFileNotFound:
             return "File not found";
         case kErrFileAlreadyOpen:
             return "File already open";
+        case kErrDeviceIo:
+            return "Device I/O error";
         case kErrDiskFull:
             return "Disk full";
         case kErrInputPastEnd:
             return "Input past end of file";
+        case kErrDeviceUnavailable:
+            return "Device unavailable";
         case kErrPermissionDenied:
             return "Permission denied";
         case kErrPathFileAccess:
@@ -46,10 +57,40 @@ bool ParentFolderExists(std::string_view hostPath) {
     return ::stat(parent.c_str(), &st) == 0 && S_ISDIR(st.st_mode);
 }
 
+bool LiesUnderDev(std::string_view hostPath) {
+    std::string whole;
+    if (hostPath.substr(0, 1) != "/") {
+        char cwd[4096];
+        if (::getcwd(cwd, sizeof cwd) == nullptr) return false;
+        whole = std::string(cwd) + "/";
+    }
+    whole += hostPath;
+    std::vector<std::string_view> parts;
+    const std::string_view all = whole;
+    for (std::size_t at = 0; at <= all.size();) {
+        const std::size_t end = std::min(all.find('/', at), all.size());
+        const std::string_view part = all.substr(at, end - at);
+        if (part == "..") {
+            if (!parts.empty()) parts.pop_back();
+        } else if (!part.empty() && part != ".") {
+            parts.push_back(part);
+        }
+        at = end + 1;
+    }
+    return parts.size() >= 2 && parts.front() == "dev";
+}
+
 std::int16_t FileErrorFromErrno(int errnum, std::string_view hostPath) {
     switch (errnum) {
         case ENOENT:
+            if (LiesUnderDev(hostPath)) return kErrDeviceUnavailable;
             return ParentFolderExists(hostPath) ? kErrFileNotFound : kErrPathNotFound;
+        case ENXIO:
+        case ENODEV:
+            return kErrDeviceUnavailable;
+        case EIO:
+        case EPIPE:
+            return kErrDeviceIo;
         case ENOTDIR:
             return kErrPathNotFound;
         case EACCES:

@@ -9,8 +9,13 @@ namespace lumbra::platform {
 
 // The error number for errno value errnum met while working on hostPath (the name as the host
 // knows it). A missing name is "File not found" when its folder exists and "Path not found" when a
-// folder on the way is missing.
+// folder on the way is missing; under /dev it is "Device unavailable", as is a device without its
+// hardware or a FIFO without a reader.
 std::int16_t FileErrorFromErrno(int errnum, std::string_view hostPath);
+
+// Whether hostPath lies under /dev, where names stand for devices: judged on the path as written,
+// made absolute against the current folder, with "." and ".." taken away.
+bool LiesUnderDev(std::string_view hostPath);
 
 // Whether the folder that would hold hostPath exists.
 bool ParentFolderExists(std::string_view hostPath);

@@ -1,17 +1,27 @@
 #include "platform/file_handles.h"
 
 #include <fcntl.h>
+#include <poll.h>
+#include <signal.h>
+#include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <sys/types.h>
+#include <termios.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstddef>
+#include <ctime>
 #include <map>
 #include <memory>
+#include <optional>
+#include <thread>
 
 #include "platform/file_errors.h"
 #include "platform/host_text.h"
+#include "platform/stop_signals.h"
+#include "platform/write_stall.h"
 
 namespace lumbra::platform {
 namespace {
@@ -19,10 +29,21 @@ namespace {
 // The host hands out numbers 1 to 511.
 constexpr std::int16_t kLastFileNumber = 511;
 constexpr std::size_t kReadChunk = 64 * 1024;
+// One wait for a device to take more bytes; short, so that a stop signal is seen at once.
+constexpr std::chrono::milliseconds kWriteStep{200};
+constexpr std::chrono::milliseconds kDrainStep{1};
+
+// How the last write that timed out went, for FileErrText.
+std::string& LastStall() {
+    static std::string text;
+    return text;
+}
 
 struct OpenFile {
     int fd = -1;
     FileMode mode = FileMode::Input;
+    // A plain file never makes a write wait nor raises SIGPIPE: its writes skip the guards.
+    bool regular = true;
     dev_t device = 0;
     ino_t inode = 0;
     // Input only: bytes read ahead of the caller, and whether a CR just ended a line, so that an
@@ -50,18 +71,21 @@ bool HeldOpen(const struct stat& st) {
     return false;
 }
 
-int OpenFlags(FileMode mode) {
+// O_NONBLOCK keeps the open itself from waiting for a FIFO's reader or a terminal's carrier; the
+// writes then wait on their own terms (FileWrite).
+int OpenFlags(FileMode mode, bool device) {
+    const int create = device ? 0 : O_CREAT;
     switch (mode) {
         case FileMode::Output:
-            return O_WRONLY | O_CREAT | O_TRUNC;
+            return O_WRONLY | create | O_TRUNC | O_NONBLOCK;
         case FileMode::Append:
-            return O_WRONLY | O_CREAT | O_APPEND;
+            return O_WRONLY | create | O_APPEND | O_NONBLOCK;
         case FileMode::Binary:
-            return O_RDWR | O_CREAT;
+            return O_RDWR | create | O_NONBLOCK;
         case FileMode::Input:
-            return O_RDONLY;
+            return O_RDONLY | O_NONBLOCK;
     }
-    return O_RDONLY;
+    return O_RDONLY | O_NONBLOCK;
 }
 
 std::int16_t IoErrorFromErrno(int errnum) {
@@ -72,9 +96,53 @@ std::int16_t IoErrorFromErrno(int errnum) {
             return kErrDiskFull;
         case EBADF:
             return kErrBadFileNameOrNumber;
+        case EIO:
+        case EPIPE:
+        case ENXIO:
+            return kErrDeviceIo;
         default:
             return kErrPathFileAccess;
     }
+}
+
+// A write to a FIFO whose reader has gone raises SIGPIPE, which would end the program: it is held
+// back around the write, and the write's EPIPE reports the failure instead.
+class SigpipeHeld {
+  public:
+    SigpipeHeld() {
+        sigset_t pipe;
+        sigemptyset(&pipe);
+        sigaddset(&pipe, SIGPIPE);
+        sigset_t pending;
+        sigpending(&pending);
+        wasPending_ = sigismember(&pending, SIGPIPE) == 1;
+        pthread_sigmask(SIG_BLOCK, &pipe, &previous_);
+    }
+    ~SigpipeHeld() {
+        sigset_t pipe;
+        sigemptyset(&pipe);
+        sigaddset(&pipe, SIGPIPE);
+        sigset_t pending;
+        sigpending(&pending);
+        if (!wasPending_ && sigismember(&pending, SIGPIPE) == 1) {
+            const timespec none{0, 0};
+            sigtimedwait(&pipe, nullptr, &none);
+        }
+        pthread_sigmask(SIG_SETMASK, &previous_, nullptr);
+    }
+    SigpipeHeld(const SigpipeHeld&) = delete;
+    SigpipeHeld& operator=(const SigpipeHeld&) = delete;
+
+  private:
+    sigset_t previous_{};
+    bool wasPending_ = false;
+};
+
+// Gives a write up: what a terminal still queues would otherwise leave later, behind the user's
+// back, and would make the close wait for it.
+std::int16_t Abandon(int fd, std::int16_t err) {
+    if (::isatty(fd) == 1) ::tcflush(fd, TCOFLUSH);
+    return err;
 }
 
 // Reads the next chunk; 0 at the end of the file, -1 after setting err.
@@ -87,10 +155,29 @@ ssize_t Refill(OpenFile& file, std::int16_t& err) {
             file.buffer.resize(static_cast<std::size_t>(got));
             return got;
         }
-        if (errno == EINTR) continue;
-        err = IoErrorFromErrno(errno);
+        // A stop signal ends a read that waits for a device or a pipe.
+        if (errno == EINTR && !StopRequested()) continue;
+        err = errno == EINTR ? kErrUserInterrupt : IoErrorFromErrno(errno);
         file.buffer.clear();
         return -1;
+    }
+}
+
+// A terminal (a serial line used as a file port) holds what it was given in its driver's queue:
+// the write is done when the queue is empty, under the same stall rule, and nothing is left for
+// the close to wait on for the driver's own half minute.
+std::int16_t DrainTerminal(int fd, std::size_t total, WriteWatch& watch) {
+    if (::isatty(fd) != 1) return 0;
+    for (;;) {
+        int queued = 0;
+        if (::ioctl(fd, TIOCOUTQ, &queued) != 0 || queued <= 0) return 0;
+        watch.taken(total - std::min(static_cast<std::size_t>(queued), total));
+        if (watch.stopped()) return Abandon(fd, kErrUserInterrupt);
+        if (watch.stalled()) {
+            LastStall() = watch.stallText();
+            return Abandon(fd, kErrDeviceTimeout);
+        }
+        std::this_thread::sleep_for(kDrainStep);
     }
 }
 
@@ -117,11 +204,14 @@ std::int16_t FileOpen(std::int16_t num, const std::string& path, FileMode mode) 
         }
     }
 
+    const bool device = mode != FileMode::Input && LiesUnderDev(host);
     int fd = -1;
     do {
-        fd = ::open(host.c_str(), OpenFlags(mode) | O_CLOEXEC | O_NOCTTY, 0666);
+        fd = ::open(host.c_str(), OpenFlags(mode, device) | O_CLOEXEC | O_NOCTTY, 0666);
     } while (fd < 0 && errno == EINTR);
     if (fd < 0) return FileErrorFromErrno(errno, host);
+    // Reading waits for its data as it always did; only the open was kept from waiting.
+    if (mode == FileMode::Input) ::fcntl(fd, F_SETFL, ::fcntl(fd, F_GETFL) & ~O_NONBLOCK);
 
     struct stat st {};
     if (::fstat(fd, &st) != 0 || S_ISDIR(st.st_mode)) {
@@ -131,6 +221,7 @@ std::int16_t FileOpen(std::int16_t num, const std::string& path, FileMode mode) 
     OpenFile file;
     file.fd = fd;
     file.mode = mode;
+    file.regular = S_ISREG(st.st_mode);
     file.device = st.st_dev;
     file.inode = st.st_ino;
     Table().emplace(num, std::move(file));
@@ -187,17 +278,36 @@ std::int16_t FileWrite(std::int16_t num, std::string_view text, bool newline) {
         withEnd.append(text).append("\r\n");
         text = withEnd;
     }
+    std::optional<SigpipeHeld> noSigpipe;
+    if (!file->regular) noSigpipe.emplace();
+    WriteWatch watch(text.size());
     std::size_t done = 0;
     while (done < text.size()) {
         const ssize_t put = ::write(file->fd, text.data() + done, text.size() - done);
-        if (put < 0) {
-            if (errno == EINTR) continue;
-            return IoErrorFromErrno(errno);
+        if (put > 0) {
+            done += static_cast<std::size_t>(put);
+            watch.taken(done);
+            continue;
         }
         if (put == 0) return kErrDiskFull;
-        done += static_cast<std::size_t>(put);
+        const int why = errno;
+        if (why != EINTR && why != EAGAIN) return Abandon(file->fd, IoErrorFromErrno(why));
+        if (watch.stopped()) return Abandon(file->fd, kErrUserInterrupt);
+        if (why == EINTR) continue;
+        if (watch.stalled()) {
+            LastStall() = watch.stallText();
+            return Abandon(file->fd, kErrDeviceTimeout);
+        }
+        pollfd p{file->fd, POLLOUT, 0};
+        ::poll(&p, 1, static_cast<int>(watch.nextWait(kWriteStep).count()));
     }
-    return 0;
+    return DrainTerminal(file->fd, text.size(), watch);
+}
+
+std::string FileErrText(std::int16_t err) {
+    if (err == kErrDeviceTimeout && !LastStall().empty())
+        return ErrDescription(err) + ": " + LastStall();
+    return ErrDescription(err);
 }
 
 std::int16_t FileClose(std::int16_t num) {

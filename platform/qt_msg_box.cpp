@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "platform/qt_codepage.h"
+#include "platform/stop_signals.h"
 
 namespace lumbra::platform {
 namespace {
@@ -39,7 +40,8 @@ bool HaveWidgets() {
 }  // namespace
 
 void QtMsgSink::show(const std::string& title, const std::string& text, MsgIcon icon) {
-    if (!HaveWidgets()) {
+    // Once the program has been told to stop, no box may hold it waiting for an answer.
+    if (!HaveWidgets() || StopRequested()) {
         std::fprintf(stderr, "%s: %s\n", FromCp1252(title).toUtf8().constData(),
                      FromCp1252(text).toUtf8().constData());
         return;

@@ -11,8 +11,8 @@ namespace lumbra::platform {
 
 class QtMsgSink : public MsgSink {
   public:
-    // Titles and texts are Windows-1252 bytes. Without a running QApplication the box goes to
-    // standard error instead.
+    // Titles and texts are Windows-1252 bytes. Without a running QApplication, or once a stop
+    // signal has come (stop_signals.h), the box goes to standard error instead.
     void show(const std::string& title, const std::string& text, MsgIcon icon) override;
     // Numbered files are already closed and the program-end hooks have run (EndProgram).
     [[noreturn]] void endProgram(int status) override;

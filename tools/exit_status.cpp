@@ -2,10 +2,16 @@
 
 #include <cstdio>
 
+#include "platform/stop_signals.h"
 #include "tools/help_text.h"
 #include "tools/tool_text.h"
 
 namespace lumbra::ctl {
+
+int StoppedBySignalStatus() {
+    const int signo = platform::StopSignal();
+    return signo != 0 ? 128 + signo : kExitInterrupted;
+}
 
 int ReportUsageError(const std::string& reason) {
     PrintLine(stderr, "lumbractl: " + reason);

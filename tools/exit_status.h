@@ -14,8 +14,12 @@ inline constexpr int kExitChannelFailed = 1;
 inline constexpr int kExitUsage = 2;
 // The parameter file cannot be opened; the engine's message went to standard error.
 inline constexpr int kExitNoParameterFile = 3;
-// A cycle stopped by Ctrl+C, as a shell reports a program ended by SIGINT.
+// A command stopped by Ctrl+C, as a shell reports a program ended by SIGINT. SIGTERM and SIGHUP
+// stop it the same way and end it with 128 + their number (143, 129).
 inline constexpr int kExitInterrupted = 130;
+
+// 128 + the stop signal caught (platform/stop_signals.h); kExitInterrupted when none was.
+int StoppedBySignalStatus();
 
 // Writes "lumbractl: " + reason (Windows-1252) and the usage on standard error; kExitUsage.
 int ReportUsageError(const std::string& reason);

@@ -47,7 +47,9 @@ const char* const kToolHelp =
     "Estado de sa\xED"
     "da: 0 tudo correu bem; 1 uma opera\xE7\xE3o numa porta falhou\n"
     "(a mensagem de erro sai no erro padr\xE3o); 2 erro de utiliza\xE7\xE3o; 3 o\n"
-    "ficheiro de par\xE2metros n\xE3o abre; 130 ciclo interrompido com Ctrl+C.\n";
+    "ficheiro de par\xE2metros n\xE3o abre; 130 interrompido com Ctrl+C (143 com\n"
+    "SIGTERM, 129 com SIGHUP), depois do envio em curso e com a porta fechada.\n"
+    "Uma porta que n\xE3o aceita nenhum byte durante 5 s falha o envio (1).\n";
 
 const char* const kHelpListar =
     "Uso: lumbractl [-FP FICHEIRO] listar\n"
@@ -86,9 +88,10 @@ const char* const kHelpCiclo =
     "\n"
     "O bot\xE3o \"Ciclo\": envia 338 vezes o comando do modo M para a porta P,\n"
     "com [P1] e [P2] de 10 a 250 (de 20 em 20) e [MO] 0 e 1. Num terminal,\n"
-    "o progresso sai no erro padr\xE3o. Ctrl+C p\xE1ra o ciclo depois do envio em\n"
-    "curso (estado de sa\xED"
-    "da 130); uma falha na porta tamb\xE9m o p\xE1ra (1).\n"
+    "o progresso sai no erro padr\xE3o. Ctrl+C, SIGTERM ou SIGHUP p\xE1ram o ciclo\n"
+    "depois do envio em curso (estado de sa\xED"
+    "da 130, 143, 129); uma falha na porta\n"
+    "tamb\xE9m o p\xE1ra (1).\n"
     "  --porta P   uma linha da zona LIG, pelo n\xFAmero ou pelo nome\n"
     "              (sem ela, a primeira)\n"
     "  --modo M    uma linha da zona GAV, pelo n\xFAmero ou pelo nome\n"

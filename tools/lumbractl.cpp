@@ -9,6 +9,7 @@
 #include "platform/host_text.h"
 #include "platform/msg_box.h"
 #include "platform/program.h"
+#include "platform/stop_signals.h"
 #include "tools/byte_report.h"
 #include "tools/console_msg_sink.h"
 #include "tools/device_commands.h"
@@ -59,6 +60,9 @@ int RunWithConfiguration(const ToolArgs& a, const OptionTexts& texts, char* prog
     char* qtArgv[] = {programName, nullptr};
     const QCoreApplication app(qtArgc, qtArgv);
 
+    // Ctrl+C, SIGTERM and SIGHUP stop the command after the send under way and close the ports
+    // (the session goes first, the catcher after it), so no port stays locked behind the tool.
+    const platform::StopSignalCatcher stopSignals;
     ConsoleMsgSink sink;
     const ProgramSession session;
     try {
@@ -71,11 +75,15 @@ int RunWithConfiguration(const ToolArgs& a, const OptionTexts& texts, char* prog
     }
     std::optional<ByteReporter> reporter;
     if (a.bytes) reporter.emplace();
+    // A signal that came while the configuration loaded stops the command before its first send.
+    if (platform::StopRequested()) return StoppedBySignalStatus();
+    int status = kExitChannelFailed;
     try {
-        return RunConfiguredCommand(a.command, texts, sink);
+        status = RunConfiguredCommand(a.command, texts, sink);
     } catch (const platform::ProgramEnded&) {
-        return kExitChannelFailed;
+        status = kExitChannelFailed;
     }
+    return platform::StopRequested() ? StoppedBySignalStatus() : status;
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
 // The drawer cycle pressed in the real window: 338 sends to a pseudo-terminal, stopped by its own
-// button, by closing the window, or from the boxes a missing device raises.
+// button, by closing the window, by a stop signal, or from the boxes a missing device raises.
 
 #include <QAction>
 #include <QApplication>
@@ -9,9 +9,14 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
+#include <chrono>
+#include <csignal>
 #include <functional>
+#include <thread>
 
 #include "platform/qt_msg_box.h"
+#include "platform/stop_signals.h"
+#include "platform/write_stall.h"
 #include "tests/app/window_driver.h"
 #include "tests/support/pty_pair.h"
 #include "tests/support/recording_msg_sink.h"
@@ -46,7 +51,7 @@ class LumbraCycleTest : public QObject {
     Q_OBJECT
 
   private:
-    enum Port { Printer = 0, Missing = 1 };
+    enum Port { Printer = 0, Missing = 1, Terminal = 2 };
 
     std::unique_ptr<test::TempDir> dir_;
     std::unique_ptr<test::PtyPair> printer_;
@@ -57,7 +62,8 @@ class LumbraCycleTest : public QObject {
 
     std::string parFile(const std::string& gavZone) const {
         return test::ParFile({"#LIG Portas", "Impressora [SER]=COM1,9600,n,8,1",
-                              "Sem dispositivo [SER]=COM3,9600,n,8,1", "##",
+                              "Sem dispositivo [SER]=COM3,9600,n,8,1",
+                              "Terminal [FIC]=" + printer_->slavePath(), "##",
                               "#GAV Gaveta - Modos [CnvChr=0]", gavZone, "##"});
     }
 
@@ -177,6 +183,54 @@ class LumbraCycleTest : public QObject {
 
         w_->ui.mnuLerCfg->trigger();
         QCOMPARE(test::Entries(w_->ui.cbGavAbr), QStringList{QStringLiteral("Outro modo")});
+    }
+
+    // The terminal as a file port, its far side reading nothing: the first send waits for it. The
+    // stop, pressed or closed while it waits, ends the cycle once that send has given up at the
+    // stall limit; SIGTERM ends the wait itself and closes the window as "Terminar" does.
+    void aSendThatWaitsForItsDeviceEndsTheCycleWhenStopped_data() {
+        QTest::addColumn<QString>("how");
+        QTest::addColumn<int>("withinMs");
+        QTest::addColumn<QString>("box");
+        QTest::newRow("Parar") << "Parar" << 2500 << "Device timeout: nothing taken for 1.";
+        QTest::newRow("Terminar") << "Terminar" << 2500 << "Device timeout: nothing taken for 1.";
+        QTest::newRow("SIGTERM") << "SIGTERM" << 1200 << "User interrupt occurred";
+    }
+
+    void aSendThatWaitsForItsDeviceEndsTheCycleWhenStopped() {
+        QFETCH(QString, how);
+        QFETCH(int, withinMs);
+        QFETCH(QString, box);
+        platform::SetWriteStallLimit(std::chrono::milliseconds(1000));
+        const auto restore = qScopeGuard([] { platform::SetWriteStallLimit({}); });
+        const platform::StopSignalCatcher stopSignals;
+        w_->closeOnStopSignals();
+        QSignalSpy unloading(w_.get(), &LumbraMnu::unloading);
+        test::Choose(*w_, w_->ui.cbLigPor, Terminal);
+        printer_->fillUntilBlocked();
+
+        std::thread signaller;
+        if (how == "SIGTERM") {
+            signaller = std::thread([] {
+                std::this_thread::sleep_for(std::chrono::milliseconds(200));
+                ::kill(::getpid(), SIGTERM);
+            });
+        } else {
+            QAbstractButton* button = how == "Parar" ? w_->ui.cmAbrCic : w_->ui.cmFim;
+            QTimer::singleShot(100, w_.get(),
+                               [button] { QTest::mouseClick(button, Qt::LeftButton); });
+        }
+        const auto start = std::chrono::steady_clock::now();
+        clickCycle();
+        const auto took = std::chrono::steady_clock::now() - start;
+        if (signaller.joinable()) signaller.join();
+
+        QVERIFY(took < std::chrono::milliseconds(withinMs));
+        QCOMPARE(boxes_->boxes().size(), std::size_t{1});
+        QVERIFY(boxes_->boxes()[0].text.rfind("Funcao: Gravar TX|Erro:" + box.toStdString(), 0) ==
+                0);
+        QCOMPARE(w_->cycleRunning(), false);
+        QTRY_COMPARE(unloading.count(), how == "Parar" ? 0 : 1);
     }
 
     void aMissingDeviceIsReportedAtEverySendAndTheCycleRunsToItsEnd() {

@@ -1,7 +1,15 @@
+#include <fcntl.h>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <chrono>
 
 #include "channels/PgmFic.h"
 #include "platform/file_handles.h"
+#include "platform/write_stall.h"
+#include "tests/support/pty_pair.h"
 #include "tests/support/recording_msg_sink.h"
 #include "tests/support/temp_dir.h"
 
@@ -126,6 +134,55 @@ TEST_F(FileChannelTest, AFullDiskIsReportedByTheWrite) {
     const std::vector<test::RecordedBox> want = {
         {"Erro no ficheiro: /dev/full", "Funcao: Gravar TX|Erro:Disk full"}};
     EXPECT_EQ(boxes.boxes(), want);
+}
+
+// Devices that would hold a write (or its open) for ever: each send ends within the stall limit
+// with its box, and the channel still closes.
+TEST_F(FileChannelTest, ADeviceThatTakesNothingFailsTheSendWithinTheStallLimit) {
+    platform::SetWriteStallLimit(std::chrono::milliseconds(300));
+    test::PtyPair unread;
+    unread.fillUntilBlocked();
+    const std::string fifo = dir.file("fifo");
+    ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
+    const std::string missing = "/dev/lumbra-sem-dispositivo-" + std::to_string(::getpid());
+    const std::string timeout =
+        R"(Funcao: Gravar TX\|Erro:Device timeout: nothing taken for 0\.[3-9] s )"
+        R"(\([0-9]+ of 1048576 bytes taken in [0-9]\.[0-9] s\))";
+    const std::string unavailable = R"(Funcao: Abrir\|Erro:Device unavailable)";
+    const std::string notOpen = R"(Funcao: Gravar TX\|Erro:Bad file name or number)";
+    const struct {
+        const char* what;
+        std::string path;
+        bool fifoReader;  // a reader that never reads holds the FIFO open
+        std::vector<std::string> boxes;
+    } cases[] = {
+        {"a pseudo-terminal nobody reads", unread.slavePath(), false, {timeout}},
+        {"a FIFO whose reader reads nothing", fifo, true, {timeout}},
+        {"a FIFO without a reader", fifo, false, {unavailable, notOpen}},
+        {"a device missing from /dev", missing, false, {unavailable, notOpen}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        boxes.clear();
+        const int reader = c.fifoReader ? ::open(fifo.c_str(), O_RDONLY | O_NONBLOCK) : -1;
+        const auto start = std::chrono::steady_clock::now();
+        CanFicPrp(1, "O", c.path, "");
+        CanFicAbr(1);
+        CanFicGrv(1, std::string(1 << 20, 'x'), 0);
+        CanFicFec(1);
+        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(3));
+        if (reader >= 0) ::close(reader);
+        ASSERT_EQ(boxes.boxes().size(), c.boxes.size());
+        for (std::size_t i = 0; i < c.boxes.size(); ++i) {
+            EXPECT_EQ(boxes.boxes()[i].title, "Erro no ficheiro: " + c.path);
+            EXPECT_THAT(boxes.boxes()[i].text, ::testing::MatchesRegex(c.boxes[i]));
+        }
+        EXPECT_FALSE(platform::FileIsOpen(1));
+    }
+    // Nothing was made where the device should have been.
+    struct stat st {};
+    EXPECT_NE(::lstat(missing.c_str(), &st), 0);
+    platform::SetWriteStallLimit({});
 }
 
 TEST_F(FileChannelTest, PreparingAnOpenChannelAgainTakesANewNumberWithoutClosingTheFirst) {

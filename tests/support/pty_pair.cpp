@@ -4,10 +4,12 @@
 #include <gtest/gtest.h>
 #include <poll.h>
 #include <pty.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
+#include <thread>
 
 namespace lumbra::test {
 namespace {
@@ -49,6 +51,32 @@ PtyPair::PtyPair() {
 
 PtyPair::~PtyPair() {
     closeMaster();
+}
+
+std::size_t PtyPair::fillUntilBlocked() {
+    const int slave = ::open(slavePath_.c_str(), O_WRONLY | O_NONBLOCK | O_NOCTTY);
+    if (slave < 0) {
+        ADD_FAILURE() << "cannot open " << slavePath_ << ": errno " << errno;
+        return 0;
+    }
+    termios raw{};
+    ::tcgetattr(slave, &raw);
+    ::cfmakeraw(&raw);
+    ::tcsetattr(slave, TCSANOW, &raw);
+    const std::array<char, 4096> chunk{};
+    std::size_t taken = 0;
+    // The kernel moves what it holds to the master's side in the background and makes room again:
+    // the pair is full only when a whole round, after a pause, takes nothing.
+    for (int round = 0; round < 50; ++round) {
+        std::size_t now = 0;
+        for (ssize_t n = 0; (n = ::write(slave, chunk.data(), chunk.size())) > 0;)
+            now += static_cast<std::size_t>(n);
+        taken += now;
+        if (now == 0) break;
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    }
+    ::close(slave);
+    return taken;
 }
 
 std::string PtyPair::readAvailable(std::chrono::milliseconds quiet) {

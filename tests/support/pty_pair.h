@@ -28,6 +28,9 @@ class PtyPair {
                             std::chrono::milliseconds limit = std::chrono::seconds(30));
     // Sends bytes to the port, as a device answering.
     void send(const std::string& bytes);
+    // Fills what the pair buffers towards the master until it takes no more, as a device that has
+    // stopped reading: every later write to the slave waits. Returns the bytes it took.
+    std::size_t fillUntilBlocked();
     // Takes the device away: the slave's user sees a hang-up.
     void closeMaster();
 
