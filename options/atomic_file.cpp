@@ -24,8 +24,9 @@ constexpr const char* kReplacementSuffix = ".grv~";
 
 // Whether the name can be replaced by a rename: it is missing, a plain file, or a link (which
 // mode "O" would delete and create anew as well). Devices and pipes are written in place, and so
-// is a name the host cannot look at.
+// is a name the host cannot look at. Nothing under /dev is ever made, not even a file beside it.
 bool ReplaceableByRename(const std::string& host) {
+    if (platform::LiesUnderDev(host)) return false;
     std::error_code ec;
     const fs::file_status st = fs::symlink_status(host, ec);
     return st.type() == fs::file_type::not_found || st.type() == fs::file_type::regular ||

@@ -25,6 +25,8 @@ std::int16_t FileDelete(const std::string& path) {
 std::int16_t DirCreate(const std::string& path) {
     if (path.empty()) return kErrBadFileNameOrNumber;
     const std::string host = HostPath(path);
+    // The device folder belongs to the system: a folder made there would pass for a device.
+    if (LiesUnderDev(host)) return kErrPathFileAccess;
     if (::mkdir(host.c_str(), 0777) == 0) return 0;
     switch (errno) {
         case EEXIST:

@@ -293,6 +293,18 @@ TEST_F(RecordsTest, RegExeRefusesAFileThatIsOpenForReadingAndLeavesItWhole) {
     EXPECT_EQ(FilesIn(dir), 1u);
 }
 
+TEST_F(RecordsTest, RegExeMakesNothingUnderDev) {
+    for (const std::string fic : {"/dev/lumbra-falta.par", "/dev/lumbra-falta/x.par"}) {
+        Load(Lines({"A [A]=1"}));
+        std::int16_t ok = 0;
+        opc.RegExe(fic, 0, ok);
+        EXPECT_LT(ok, 0) << fic;
+    }
+    for (const char* made : {"/dev/lumbra-falta.par", "/dev/lumbra-falta.par.grv~",
+                             "/dev/lumbra-falta"})
+        EXPECT_FALSE(std::filesystem::exists(made)) << made;
+}
+
 TEST_F(RecordsTest, RegExeToAPipeWritesIntoItWithoutReplacingIt) {
     Load(Lines({"A [A]=1", "B [B]=2"}));
     const std::string pipe = dir.file("tubo");
