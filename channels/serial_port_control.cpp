@@ -10,6 +10,7 @@
 
 #include "channels/device_line.h"
 #include "channels/line_format.h"
+#include "channels/line_preset.h"
 #include "channels/serial_device.h"
 #include "platform/host_text.h"
 #include "platform/program.h"
@@ -106,6 +107,7 @@ bool SerialPortControl::setPortOpen(bool open) {
     if (std::string problem = DeviceAccessProblem(commPort_, path); !problem.empty())
         return fail(std::move(problem));
 
+    PresetLine(platform::HostPath(path), settings_);
     port_->setPortName(QString::fromStdString(platform::HostPath(path)));
     port_->clearError();
     if (!port_->open(QIODevice::ReadWrite)) {
