@@ -3,13 +3,12 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <memory>
 #include <system_error>
 
-#include "channels/serial_settings.h"
+#include "simulator/device_options.h"
 #include "simulator/event_views.h"
 #include "simulator/pty/serve.h"
 #include "tools/exit_status.h"
@@ -59,14 +58,6 @@ class StopSignal {
     struct sigaction previousTerm_ {};
 };
 
-// The port number of option name (1..9), fallback when absent; -1 when it is not one.
-int PortOption(const OptionTexts& texts, const std::string& name, int fallback) {
-    const auto it = texts.find(name);
-    if (it == texts.end()) return fallback;
-    const std::string& v = it->second;
-    return v.size() == 1 && v[0] >= '1' && v[0] <= '9' ? v[0] - '0' : -1;
-}
-
 void Print(const std::string& utf8) {
     std::fputs(utf8.c_str(), stdout);
     std::fputc('\n', stdout);
@@ -76,33 +67,23 @@ void Print(const std::string& utf8) {
 }  // namespace
 
 int RunSimular(const OptionTexts& texts, bool json) {
-    const int printerPort = PortOption(texts, "--impressora", 1);
-    const int displayPort = PortOption(texts, "--display", 2);
-    if (printerPort < 0 || displayPort < 0)
-        return ReportUsageError("--impressora e --display levam uma porta de 1 a 9");
-    if (printerPort == displayPort)
-        return ReportUsageError("a impressora e o display precisam de portas diferentes");
-
-    sim::LineSettings expected;
-    if (const auto it = texts.find("--velocidade"); it != texts.end()) {
-        const auto& rates = kStandardBaudRates;
-        const auto rate = std::find_if(rates.begin(), rates.end(), [&](std::int32_t r) {
-            return std::to_string(r) == it->second;
-        });
-        if (rate == rates.end()) return ReportUsageError("velocidade desconhecida: " + it->second);
-        expected.baud = *rate;
+    sim::DeviceOptions o;
+    std::string why;
+    if (!sim::ReadDeviceOptions(texts, o, why)) {
+        std::string cp1252;
+        ArgumentToCp1252(why, cp1252);
+        return ReportUsageError(cp1252);
     }
-    sim::CodePage charset = sim::CodePage::Windows1252;
-    if (const auto it = texts.find("--pagina-display");
-        it != texts.end() && !sim::CodePageFromNumber(it->second, charset)) {
-        return ReportUsageError("--pagina-display leva 1252, 437, 850 ou 860");
-    }
+    const int printerPort = o.printerPort;
+    const int displayPort = o.displayPort;
+    const sim::LineSettings& expected = o.expected;
 
     std::unique_ptr<sim::VirtualDevice> printer;
     std::unique_ptr<sim::VirtualDevice> display;
     try {
         printer = std::make_unique<sim::VirtualDevice>(sim::Device::Printer, expected);
-        display = std::make_unique<sim::VirtualDevice>(sim::Device::Display, expected, charset);
+        display =
+            std::make_unique<sim::VirtualDevice>(sim::Device::Display, expected, o.displayCharset);
     } catch (const std::system_error& e) {
         PrintLine(stderr, std::string("lumbractl: sem pseudo-terminais: ") + e.what());
         return kExitChannelFailed;
