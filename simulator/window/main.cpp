@@ -2,6 +2,8 @@
 // in a window. The first line on standard output is the -COMn options that point Lumbra at them.
 //
 //     lumbra-simulador [--impressora N] [--display M] [--velocidade B] [--pagina-display P]
+//
+// Qt's own options work too: -qwindowgeometry 600x720+660+0 places the window.
 
 #include <QApplication>
 #include <cstdio>
@@ -16,16 +18,16 @@
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
     std::map<std::string, std::string> values;
-    const QStringList args = QApplication::arguments();
-    for (qsizetype i = 1; i < args.size(); ++i) {
-        const std::string name = args[i].toStdString();
+    // QApplication took its own options (-qwindowgeometry ...) out of argv.
+    for (int i = 1; i < argc; ++i) {
+        const std::string name = argv[i];
         const bool known = name == "--impressora" || name == "--display" ||
                            name == "--velocidade" || name == "--pagina-display";
-        if (!known || i + 1 >= args.size()) {
+        if (!known || i + 1 >= argc) {
             std::fprintf(stderr, "lumbra-simulador: argumento inesperado: %s\n", name.c_str());
             return 2;
         }
-        values[name] = args[++i].toStdString();
+        values[name] = argv[++i];
     }
     lumbra::sim::DeviceOptions o;
     std::string why;
