@@ -12,6 +12,7 @@ class DisplayView : public QWidget {
   public:
     explicit DisplayView(QWidget* parent = nullptr);
     void showScreen(const DeviceEvent& screen);
+    const DeviceEvent& screen() const { return screen_; }
     QSize sizeHint() const override;
 
   protected:
