@@ -9,6 +9,8 @@ namespace lumbra {
 
 // The output speed in baud that the driver now uses on fd; -1 when it cannot be read.
 std::int64_t DeviceLineSpeed(int fd);
+// Asks the driver of fd for baud in both directions, any rate; false when it refuses.
+bool SetDeviceLineSpeed(int fd, std::int64_t baud);
 
 // Bytes the driver still holds in its output queue for fd; 0 when the driver cannot say.
 int QueuedOutput(int fd);

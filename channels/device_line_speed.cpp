@@ -14,4 +14,14 @@ std::int64_t DeviceLineSpeed(int fd) {
     return static_cast<std::int64_t>(tio.c_ospeed);
 }
 
+bool SetDeviceLineSpeed(int fd, std::int64_t baud) {
+    struct termios2 tio {};
+    if (::ioctl(fd, TCGETS2, &tio) != 0) return false;
+    tio.c_cflag &= ~static_cast<tcflag_t>(CBAUD | (CBAUD << IBSHIFT));
+    tio.c_cflag |= BOTHER | (BOTHER << IBSHIFT);
+    tio.c_ospeed = static_cast<speed_t>(baud);
+    tio.c_ispeed = static_cast<speed_t>(baud);
+    return ::ioctl(fd, TCSETS2, &tio) == 0;
+}
+
 }  // namespace lumbra

@@ -11,6 +11,7 @@
 
 #include "channels/device_line.h"
 #include "channels/line_format.h"
+#include "channels/line_preset.h"
 #include "channels/serial_device.h"
 #include "channels/serial_lock.h"
 #include "platform/file_handles.h"
@@ -113,6 +114,9 @@ bool SerialPortControl::setPortOpen(bool open) {
 
     const std::string host = platform::HostPath(path);
     RemoveStaleSerialLocks(host);
+    // A line that another running program holds is never touched: its open fails below and
+    // names the holder.
+    if (SerialLockHolder(host).empty()) PresetLine(host, settings_);
     port_->setPortName(QString::fromStdString(host));
     port_->clearError();
     if (!port_->open(QIODevice::ReadWrite)) {

@@ -27,6 +27,7 @@ const char* const kToolHelp =
     "  mostrar     um texto, para o display\n"
     "  converter   converte entre decimal e hexadecimal\n"
     "  portas      as portas s\xE9rie desta m\xE1quina\n"
+    "  simular     uma impressora com gaveta e um display virtuais\n"
     "\n"
     "Op\xE7\xF5"
     "es gerais:\n"
@@ -139,6 +140,36 @@ const char* const kHelpPortas =
     "sabem, e se este utilizador a pode abrir (se n\xE3o, o grupo a que se\n"
     "deve juntar).\n";
 
+const char* const kHelpSimular =
+    "Uso: lumbractl simular [--impressora N] [--display M] [--velocidade B]\n"
+    "                       [--pagina-display P] [--json]\n"
+    "\n"
+    "Uma impressora de tal\xF5"
+    "es com gaveta e um display de cliente virtuais, cada\n"
+    "um num pseudo-terminal, para experimentar uma configura\xE7\xE3o sem hardware.\n"
+    "A primeira linha diz as op\xE7\xF5"
+    "es -COMn que ligam as portas da configura\xE7\xE3o a eles;\n"
+    "depois mostra o que cada dispositivo faz, at\xE9 Ctrl+C: as linhas\n"
+    "impressas (em PC437, ou na p\xE1gina que ESC t escolher), os cortes, os\n"
+    "impulsos da gaveta, as duas linhas do display e os comandos que n\xE3o\n"
+    "conhece (em hexadecimal). Se a porta for aberta com outra velocidade ou\n"
+    "outros bits de paragem, diz-o: um dispositivo real mostraria lixo.\n"
+    "  --impressora N     a porta da impressora e da gaveta (sem ela, 1)\n"
+    "  --display M        a porta do display (sem ela, 2)\n"
+    "  --velocidade B     a velocidade que ambos esperam (sem ela, 9600);\n"
+    "                     o formato \xE9 sempre n,8,1\n"
+    "  --pagina-display P os caracteres do display: 1252 (sem ela), 437,\n"
+    "                     850 ou 860\n"
+    "  --json             um objeto JSON por linha, para programas\n"
+    "\n"
+    "Exemplo, em dois terminais:\n"
+    "  $ lumbractl simular\n"
+    "  -COM1 /dev/pts/5 -COM2 /dev/pts/6\n"
+    "  ...\n"
+    "  $ lumbractl -FP Lumbra.par -COM1 /dev/pts/5 -COM2 /dev/pts/6 abrir\n"
+    "e o primeiro mostra:\n"
+    "  gaveta: impulso no pino 2, 50 ms ligado, 500 ms desligado\n";
+
 }  // namespace
 
 std::string UsageText() {
@@ -153,7 +184,7 @@ std::string CommandHelp(const std::string& command) {
     static const std::map<std::string, const char*> help = {
         {"listar", kHelpListar},       {"teste", kHelpTeste},       {"abrir", kHelpAbrir},
         {"ciclo", kHelpCiclo},         {"executar", kHelpExecutar}, {"mostrar", kHelpMostrar},
-        {"converter", kHelpConverter}, {"portas", kHelpPortas},
+        {"converter", kHelpConverter}, {"portas", kHelpPortas},     {"simular", kHelpSimular},
     };
     const auto it = help.find(command);
     return it != help.end() ? it->second : kToolHelp;

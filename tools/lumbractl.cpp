@@ -15,6 +15,7 @@
 #include "tools/device_commands.h"
 #include "tools/exit_status.h"
 #include "tools/help_text.h"
+#include "tools/simulate_command.h"
 #include "tools/standalone_commands.h"
 #include "tools/tool_args.h"
 #include "tools/tool_text.h"
@@ -114,6 +115,7 @@ int RunLumbraCtl(int argc, char** argv) {
 
     if (a.command == "converter") return RunConverter(texts);
     if (a.command == "portas") return RunPortas();
+    if (a.command == "simular") return RunSimular(texts, a.json);
     static char fallbackName[] = "lumbractl";
     return RunWithConfiguration(a, texts, argc > 0 && argv[0] != nullptr ? argv[0] : fallbackName);
 }

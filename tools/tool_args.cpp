@@ -23,6 +23,7 @@ const std::vector<CommandOptions>& CommandTable() {
         {"mostrar", {"--display", "--texto"}, true},
         {"converter", {"--dec", "--hex"}, false},
         {"portas", {}, false},
+        {"simular", {"--impressora", "--display", "--velocidade", "--pagina-display"}, false},
     };
     return table;
 }
@@ -70,6 +71,8 @@ std::string Validate(const ToolArgs& a) {
             return "a op\xE7\xE3o " + name + " n\xE3o serve ao comando " + a.command;
     }
     if (a.bytes && !c->sends) return "a op\xE7\xE3o --bytes n\xE3o serve ao comando " + a.command;
+    if (a.json && a.command != "simular")
+        return "a op\xE7\xE3o --json n\xE3o serve ao comando " + a.command;
     if (a.command == "converter" && a.has("--dec") == a.has("--hex"))
         return "converter leva uma de --dec ou --hex";
     return {};
@@ -104,9 +107,9 @@ ParsedArgs ParseToolArgs(int argc, const char* const* argv) {
         } else if (word.size() > 2 && word.compare(0, 2, "--") == 0) {
             const std::size_t eq = word.find('=');
             const std::string name = word.substr(0, eq);
-            if (name == "--bytes") {
-                if (eq != std::string::npos) return fail("--bytes n\xE3o leva valor");
-                a.bytes = true;
+            if (name == "--bytes" || name == "--json") {
+                if (eq != std::string::npos) return fail(name + " n\xE3o leva valor");
+                (name == "--bytes" ? a.bytes : a.json) = true;
             } else if (TakesValue(name)) {
                 if (eq != std::string::npos) {
                     a.options[name] = word.substr(eq + 1);
@@ -147,7 +150,8 @@ bool SendsToDevice(const std::string& command) {
 }
 
 bool NeedsConfiguration(const std::string& command) {
-    return command != "converter" && command != "portas" && FindCommand(command) != nullptr;
+    return command != "converter" && command != "portas" && command != "simular" &&
+           FindCommand(command) != nullptr;
 }
 
 }  // namespace lumbra::ctl

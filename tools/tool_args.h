@@ -22,6 +22,7 @@ struct ToolArgs {
     // wins.
     std::map<std::string, std::string> options;
     bool bytes = false;
+    bool json = false;  // simular: one JSON object per line
     bool help = false;
     bool version = false;
 

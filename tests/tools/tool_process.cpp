@@ -85,6 +85,22 @@ ToolProcess::~ToolProcess() {
     if (err_ >= 0) ::close(err_);
 }
 
+std::string ToolProcess::readLine(std::chrono::milliseconds limit) {
+    const auto deadline = std::chrono::steady_clock::now() + limit;
+    std::string line;
+    for (;;) {
+        const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(
+            deadline - std::chrono::steady_clock::now());
+        pollfd p{out_, POLLIN, 0};
+        if (left.count() <= 0 || ::poll(&p, 1, static_cast<int>(left.count())) <= 0) return "";
+        char c = 0;
+        // One byte at a time, so that nothing after the line is taken from the pipe.
+        if (::read(out_, &c, 1) != 1) return "";
+        if (c == '\n') return line;
+        line += c;
+    }
+}
+
 ToolRun ToolProcess::finish() {
     ToolRun run;
     finished_ = true;

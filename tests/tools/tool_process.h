@@ -5,6 +5,7 @@
 #include <sys/types.h>
 
 #include <atomic>
+#include <chrono>
 #include <mutex>
 #include <string>
 #include <thread>
@@ -30,6 +31,9 @@ class ToolProcess {
     ToolProcess& operator=(const ToolProcess&) = delete;
 
     pid_t pid() const { return pid_; }
+    // The next line of standard output without its line end; "" when none comes within limit.
+    // What it does not read stays for finish().
+    std::string readLine(std::chrono::milliseconds limit);
     // Reads both pipes to their end and waits for the child.
     ToolRun finish();
 

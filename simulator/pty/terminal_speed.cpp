@@ -1,0 +1,26 @@
+// Kept apart: the kernel's termios2, which holds the speed as a number and so takes rates without
+// a B constant (14400, 28800 ...), cannot share a file with the C library's <termios.h>.
+#include <asm/termbits.h>
+#include <sys/ioctl.h>
+
+#include "simulator/pty/virtual_port.h"
+
+namespace lumbra::sim {
+
+long long TerminalSpeed(int fd) {
+    struct termios2 tio {};
+    if (::ioctl(fd, TCGETS2, &tio) != 0) return -1;
+    return static_cast<long long>(tio.c_ospeed);
+}
+
+bool SetTerminalSpeed(int fd, long long baud) {
+    struct termios2 tio {};
+    if (::ioctl(fd, TCGETS2, &tio) != 0) return false;
+    tio.c_cflag &= ~static_cast<tcflag_t>(CBAUD | (CBAUD << IBSHIFT));
+    tio.c_cflag |= BOTHER | (BOTHER << IBSHIFT);
+    tio.c_ospeed = static_cast<speed_t>(baud);
+    tio.c_ispeed = static_cast<speed_t>(baud);
+    return ::ioctl(fd, TCSETS2, &tio) == 0;
+}
+
+}  // namespace lumbra::sim

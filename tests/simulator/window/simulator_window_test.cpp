@@ -1,0 +1,67 @@
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QListWidget>
+#include <functional>
+#include <string>
+
+#include "simulator/window/display_view.h"
+#include "simulator/window/drawer_view.h"
+#include "simulator/window/paper_view.h"
+#include "simulator/window/simulator_window.h"
+
+namespace lumbra::sim {
+namespace {
+
+// Writes bytes to a device's port as a sender would: open, write, close.
+void Send(const VirtualDevice& device, const std::string& bytes) {
+    const int fd = ::open(device.port().path().c_str(), O_WRONLY | O_NOCTTY);
+    ASSERT_GE(fd, 0);
+    ASSERT_EQ(::write(fd, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
+    ::close(fd);
+}
+
+// Runs the event loop until done() holds, for at most five seconds.
+bool Within(const std::function<bool()>& done) {
+    QElapsedTimer clock;
+    clock.start();
+    while (!done() && clock.elapsed() < 5000)
+        QApplication::processEvents(QEventLoop::AllEvents, 20);
+    return done();
+}
+
+TEST(SimulatorWindowTest, ShowsWhatTheSenderWroteToEachDevice) {
+    auto printer = std::make_unique<VirtualDevice>(Device::Printer, LineSettings{});
+    auto display = std::make_unique<VirtualDevice>(Device::Display, LineSettings{});
+    const VirtualDevice& p = *printer;
+    const VirtualDevice& d = *display;
+    SimulatorWindow window(std::move(printer), 3, std::move(display), 4);
+    EXPECT_EQ(window.portOptions().toStdString(),
+              "-COM3 " + p.port().path() + " -COM4 " + d.port().path());
+
+    Send(p,
+         "\x1Bt\x10Ol\xE1\n\x1B\x99\x1DV1"
+         "\x1Bp\x01\x64\x64");
+    ASSERT_TRUE(Within([&] { return window.drawerView().pulses() == 1; }));
+    EXPECT_TRUE(window.drawerView().isOpen());  // for the 200 ms of the pulse
+    EXPECT_TRUE(Within([&] { return !window.drawerView().isOpen(); }));
+    EXPECT_EQ(window.paperView().printedLines(), 1);
+    EXPECT_TRUE(window.paperView().toPlainText().startsWith(QStringLiteral("Olá\n✂")))
+        << window.paperView().toPlainText().toStdString();
+    ASSERT_EQ(window.messages().count(), 1);
+    EXPECT_EQ(window.messages().item(0)->text().toStdString(),
+              "impressora: comando desconhecido: 1B 99");
+
+    Send(d,
+         "\x0C"
+         "Bem-vindo!\r\nObrigado pela visita");
+    ASSERT_TRUE(
+        Within([&] { return window.displayView().screen().lines[1] == "Obrigado pela visita"; }));
+    EXPECT_EQ(window.displayView().screen().lines[0], "Bem-vindo!          ");
+}
+
+}  // namespace
+}  // namespace lumbra::sim

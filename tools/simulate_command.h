@@ -1,0 +1,14 @@
+#pragma once
+// lumbractl simular: the virtual receipt printer (with its cash drawer) and pole display on
+// pseudo-terminals, shown live until Ctrl+C.
+
+#include "tools/device_commands.h"
+
+namespace lumbra::ctl {
+
+// Creates the devices, prints the -COMn options that map the program's ports to them, then
+// prints what the devices do (JSON lines when json) until SIGINT or SIGTERM; returns the exit
+// status.
+int RunSimular(const OptionTexts& texts, bool json);
+
+}  // namespace lumbra::ctl
