@@ -50,7 +50,8 @@ run_cases() {
     complete_case $'converter\nciclo' c
     complete_case $'-COM1\n-COM2\n-COM3\n-COM4\n-COM5\n-COM6\n-COM7\n-COM8\n-COM9' -FP "$par" -C
     complete_case $'--porta\n--texto\n--bytes\n--help' -FP "$par" teste --
-    complete_case $'--impressora\n--display\n--json\n--help' simular --
+    complete_case $'--impressora\n--display\n--velocidade\n--pagina-display\n--json\n--help' simular --
+    complete_case $'850\n860' simular --pagina-display 8
     complete_case "" simular --display ""
     complete_case "$work/fake-tty" -FP "$par" -COM1 "$work/fa"
     complete_case "$par" -fp "$work/Lu"

@@ -42,6 +42,7 @@ if [[ -n $(find "$root/build/release" -name lumbra-simulador -type f -perm -u+x 
         "lrwxrwxrwx ./usr/bin/lumbra-simulador -> ../lib/lumbra/lumbra-simulador"
         "-rw-r--r-- ./usr/share/applications/lumbra-simulador.desktop"
         "-rw-r--r-- ./usr/share/icons/hicolor/scalable/apps/lumbra-simulador.svg"
+        "-rw-r--r-- ./usr/share/man/man1/lumbra-simulador.1.gz"
     )
 fi
 got=$(dpkg-deb --contents "$deb" | awk '$1 !~ /^d/ { $2 = $3 = $4 = $5 = ""; print }' |
