@@ -5,6 +5,7 @@
 #include <sys/types.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstddef>
 #include <map>
@@ -109,6 +110,12 @@ std::int16_t FileOpen(std::int16_t num, const std::string& path, FileMode mode) 
     if (path.empty()) return kErrBadFileNameOrNumber;
     const std::string host = HostPath(path);
 
+    // A character device (/dev/zero, a terminal) is no text file: its reads never end, or wait for
+    // someone to type. Checked before opening, which may itself wait on such a device.
+    if (mode == FileMode::Input) {
+        struct stat st {};
+        if (::stat(host.c_str(), &st) == 0 && S_ISCHR(st.st_mode)) return kErrPathFileAccess;
+    }
     // Checked before opening: opening for output empties the file at once.
     if (mode == FileMode::Output || mode == FileMode::Append) {
         struct stat st {};
@@ -145,6 +152,7 @@ std::int16_t FileReadLine(std::int16_t num, std::string& line) {
     OpenFile* file = Find(num);
     if (file == nullptr || file->mode != FileMode::Input) return kErrBadFileNameOrNumber;
     line.clear();
+    const auto room = [](const std::string& l) { return kMaxLineLength - l.size(); };
     bool any = false;
     for (;;) {
         if (file->pos == file->buffer.size()) {
@@ -161,13 +169,13 @@ std::int16_t FileReadLine(std::int16_t num, std::string& line) {
             }
         }
         const std::size_t end = file->buffer.find_first_of("\r\n", file->pos);
+        const std::size_t stop = end == std::string::npos ? file->buffer.size() : end;
+        line.append(file->buffer, file->pos, std::min(stop - file->pos, room(line)));
         if (end == std::string::npos) {
-            line.append(file->buffer, file->pos);
             file->pos = file->buffer.size();
             any = true;
             continue;
         }
-        line.append(file->buffer, file->pos, end - file->pos);
         file->skipLf = file->buffer[end] == '\r';
         file->pos = end + 1;
         return 0;

@@ -35,7 +35,10 @@ std::vector<std::string> FoldersAlong(const std::string& dir) {
 
     std::vector<std::string> steps;
     std::string acc;
-    for (std::size_t i = 1; i <= static_cast<std::size_t>(n); ++i) {
+    // TxArr refuses a path of more pieces than its count can hold (n = 0); the walk never reads
+    // past the pieces it was given.
+    const std::size_t count = n > 0 ? std::min(static_cast<std::size_t>(n), pieces.size() - 1) : 0;
+    for (std::size_t i = 1; i <= count; ++i) {
         std::string p;
         if (i == 1 && pieces[i].empty()) {
             // A path that starts at the root goes on from the root, not from the current folder.
