@@ -15,7 +15,7 @@ void DirCri(const std::string& dir, std::int16_t& err) {
     err = platform::DirCreate(dir);
 }
 
-std::vector<std::string> FoldersAlong(const std::string& dir) {
+std::vector<std::string> FoldersAlong(const std::string& dir, std::size_t longest) {
     std::string d = dir;
     // A path written with "\" is split at "\" (any "/" in it counts as one); a path of this host
     // that has only "/" is split at "/".
@@ -51,6 +51,7 @@ std::vector<std::string> FoldersAlong(const std::string& dir) {
         }
         if (i == 1 && network && p.starts_with("||")) p.replace(0, 2, "\\\\");
         steps.push_back(p);
+        if (p.size() > longest) break;
         acc = p;
     }
     return steps;
@@ -58,7 +59,8 @@ std::vector<std::string> FoldersAlong(const std::string& dir) {
 
 void DirCriArv(const std::string& dir, std::int16_t& err) {
     std::int16_t last = 0;
-    for (const std::string& folder : FoldersAlong(dir)) {
+    // Past the longest folder a host can name every mkdir fails alike: one try says so.
+    for (const std::string& folder : FoldersAlong(dir, kLongestFolder)) {
         DirCri(folder, last);
     }
     err = last;

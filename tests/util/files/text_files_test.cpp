@@ -158,6 +158,8 @@ TEST(FoldersAlongTest, ListsEveryFolderFromTheTop) {
     };
     for (const auto& [dir, steps] : cases)
         EXPECT_EQ(FoldersAlong(dir), steps) << dir.substr(0, 20);
+    // The walk ends at the first folder longer than asked: the ones after it are longer still.
+    EXPECT_EQ(FoldersAlong("a/b/c/d", 3), (std::vector<std::string>{"a", "a/b", "a/b/c"}));
 }
 
 TEST_F(TextFilesTest, APathOfMorePiecesThanTheCountHoldsCreatesNothing) {
