@@ -14,6 +14,12 @@ if(LUMBRA_SANITIZE)
   add_link_options(-fsanitize=address,undefined)
 endif()
 
+# Coverage feedback for libFuzzer in every library a fuzz target links; the targets themselves
+# link the fuzzer's own main.
+if(LUMBRA_BUILD_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
 # Applies the project's warning set to one of its own targets.
 function(lumbra_target_options target)
   target_compile_options(${target} PRIVATE ${LUMBRA_WARNINGS})

@@ -191,6 +191,9 @@ class TdaOpc {
     // wrong pairing throws std::invalid_argument.
     void ZonArr(const std::string& tip, std::int16_t cnt, std::vector<std::string>& txz);
     void ZonArr(const std::string& tip, std::int16_t cnt, ZonMul& txz);
+    // Records and lines read past since ZonIni because their zone already held the 32 767 a
+    // 16-bit count can name.
+    std::int64_t DroppedRows() const { return droppedRows; }
 
     // Options.
     // Empties the option list: with mo = "A" an empty keyed list, ready for OpcAct.
@@ -296,6 +299,7 @@ class TdaOpc {
     KeyedListIndex optionPositions;    // opcLin's names; every change of opcLin goes through it
     std::string espLst;                // the special options in use
     std::int16_t espAct = 1;           // 1 while lines read go through the literal decoder
+    std::int64_t droppedRows = 0;      // see DroppedRows
 };
 
 }  // namespace lumbra

@@ -47,7 +47,7 @@ void TdaOpc::LcCon(const Variant& arg, Variant& vl, std::int16_t& ok) {
     if (arg.isText()) {
         std::int16_t p = 0;
         LcExi(arg.text(), p);
-        if (p > 0) position = static_cast<std::int16_t>(p + 1);
+        if (p > 0 && p < INT16_MAX) position = static_cast<std::int16_t>(p + 1);
     } else if (!arg.isNull() && !NumToInt16(arg.number(), position)) {
         position = -1;
     }

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "options/TdaOpc.h"
+#include "platform/file_handles.h"
 #include "util/files/text_files.h"
 #include "util/text/chars.h"
 #include "util/text/literal.h"
@@ -55,7 +56,10 @@ void TdaOpc::LerLin(std::int16_t& ok) {
     if (err != 0) ok = 0;
     while (ok == 1) {
         bool continues = false;
-        text += Piece(line, continues);
+        // A logical line is no longer than a physical one may be: continued pieces beyond that
+        // are read and dropped, so that every position in it fits 16 bits.
+        const std::string_view piece = Piece(line, continues);
+        text.append(piece.substr(0, platform::kMaxLineLength - text.size()));
         if (!continues) break;
         FicLerLin(n, line, err);
         if (err != 0) ok = 0;

@@ -1,6 +1,9 @@
 // The memory table: parameters registered from the lines read or set by program code, found again
 // by name through the name index or by their number.
 
+#include <algorithm>
+#include <cstdint>
+
 #include "options/TdaOpc.h"
 #include "util/files/name_index.h"
 #include "util/lists/typed_value.h"
@@ -143,7 +146,8 @@ void TdaOpc::MemOpcReg(const std::string& ide, const Variant& vop) {
     reg.vl = NumRead(reg.vtx);
     parAct = std::move(reg);
     // Appended after the last entry; a released table counts as empty.
-    auto k = static_cast<std::int16_t>(memTab.empty() ? 0 : memTab.size() - 1);
+    const std::size_t last = memTab.empty() ? 0 : memTab.size() - 1;
+    auto k = static_cast<std::int16_t>(std::min<std::size_t>(last, INT16_MAX));
     MemReg(k, 0);
 }
 

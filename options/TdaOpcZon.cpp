@@ -28,10 +28,19 @@ std::size_t RowsWithin(std::int16_t cnt, std::size_t size) {
     return std::min(static_cast<std::size_t>(cnt), size - 1);
 }
 
+// Whether MemReg would keep a record of this variable name: one with a name after its first ".".
+bool Registrable(const std::string& var) {
+    std::string rest = var;
+    std::string name;
+    TxSepMo("PE MT", rest, ".", name);
+    return !name.empty();
+}
+
 }  // namespace
 
 void TdaOpc::ZonIni(const std::string& fic, const std::string& inf) {
     idxNom.clear();
+    droppedRows = 0;
     tboPrp(fic, inf);
 }
 
@@ -102,7 +111,11 @@ void TdaOpc::ZonSegIde(std::int16_t& cnt) {
     while (tpp != "##" && ok == 1) {
         // Past 32 767 records the table refuses more; the zone is still read to its end so that
         // the walk goes on at the next zone.
-        if (tpp == "=") MemReg(cnt, 0);
+        if (tpp == "=") {
+            const std::int16_t before = cnt;
+            MemReg(cnt, 0);
+            if (before == INT16_MAX && Registrable(parAct.var)) ++droppedRows;
+        }
         LerLinCnt(tpp, ok);
     }
 }
@@ -118,6 +131,8 @@ void TdaOpc::ZonSegTx(std::int16_t& cnt) {
         if (cnt < INT16_MAX) {
             ++cnt;
             regLin.push_back(parAct.txp);
+        } else {
+            ++droppedRows;
         }
         LerLinCnt(tpp, ok);
     }

@@ -3,6 +3,7 @@
 // and maps it to a file open for output, append, binary access or input. Failures come back as the
 // host's error numbers, never as exceptions.
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -30,6 +31,11 @@ inline constexpr std::int16_t kErrPermissionDenied = 70;
 inline constexpr std::int16_t kErrPathFileAccess = 75;
 inline constexpr std::int16_t kErrPathNotFound = 76;
 
+// The longest line FileReadLine gives: the longest a parameter file's line may be. What a line
+// holds beyond it is read past and dropped, so that no file, however it is made, makes a line grow
+// without end.
+inline constexpr std::size_t kMaxLineLength = 32767;
+
 // The host's description of an error number ("File not found" for 53).
 std::string ErrDescription(std::int16_t err);
 // The description of err as the last file operation met it: a device timeout also says how long
@@ -39,8 +45,9 @@ std::string FileErrText(std::int16_t err);
 // The lowest number that no open file holds.
 std::int16_t FreeFile();
 // Opens path under num; 0 on success, else the error number (55 when num is already open, or when
-// the file is open under another number and mode is Output or Append). Paths are Windows-1252
-// text; "\" separates folders as "/" does.
+// the file is open under another number and mode is Output or Append; 75 for a folder, and for a
+// character device opened for input, whose reads never end or never come). Paths are
+// Windows-1252 text; "\" separates folders as "/" does.
 //
 // The open never waits for a partner: a FIFO without a reader, or a terminal waiting for its
 // carrier, fails or opens at once (68 "Device unavailable" for a FIFO nobody reads). A path under
@@ -49,8 +56,8 @@ std::int16_t FreeFile();
 // its place that every later write would "succeed" on.
 std::int16_t FileOpen(std::int16_t num, const std::string& path, FileMode mode);
 bool FileIsOpen(std::int16_t num);
-// Reads one line without its terminator (CR LF, CR or LF); 62 past the end, 52 when not open,
-// 18 when a stop signal ends a read that waits for a device or a pipe.
+// Reads one line without its terminator (CR LF, CR or LF), at most kMaxLineLength characters of
+// it; 62 past the end, 52 when not open, 18 when a stop signal ends a read that waits for a pipe.
 std::int16_t FileReadLine(std::int16_t num, std::string& line);
 // Writes text, followed by CR LF when newline is set; 0 or the error number (61 disk full). A
 // device that takes no byte for WriteStallLimit() (write_stall.h) fails the write with 24 "Device

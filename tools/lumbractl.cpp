@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "app/LumbraGb.h"
+#include "options/TdaOpc.h"
 #include "platform/host_text.h"
 #include "platform/msg_box.h"
 #include "platform/program.h"
@@ -15,6 +16,7 @@
 #include "tools/device_commands.h"
 #include "tools/exit_status.h"
 #include "tools/help_text.h"
+#include "tools/parameter_file_check.h"
 #include "tools/simulate_command.h"
 #include "tools/standalone_commands.h"
 #include "tools/tool_args.h"
@@ -47,6 +49,28 @@ std::string SoughtParameterFile(const ToolArgs& a) {
     return platform::ProgramFolder() + "/Lumbra.par";
 }
 
+// What the engine passed over without a word, one line each.
+void WarnAboutParameterFile() {
+    const LumbraGbState& g = Gb();
+    const ParameterFileScan scan = ScanParameterFile(platform::HostPath(g.cfgFic));
+    if (scan.longLines > 0) {
+        PrintLine(stderr,
+                  "lumbractl: aviso: linhas com mais de 32767 caracteres, cortadas nesse limite: " +
+                      std::to_string(scan.longLines));
+    }
+    const std::int64_t dropped = g.cfgOpc ? g.cfgOpc->DroppedRows() : 0;
+    if (dropped > 0) {
+        PrintLine(stderr,
+                  "lumbractl: aviso: linhas al\xE9m das 32767 que uma zona pode ter, ignoradas: " +
+                      std::to_string(dropped));
+    }
+    if (scan.utf8) {
+        PrintLine(stderr,
+                  "lumbractl: aviso: o ficheiro de par\xE2metros est\xE1 em UTF-8, n\xE3o em "
+                  "Windows-1252: os acentos aparecem como \"\xC3\xA9\" e saem como dois bytes");
+    }
+}
+
 int RunWithConfiguration(const ToolArgs& a, const OptionTexts& texts, char* programName) {
     // Only the engine's own switches reach the command line it reads: a text such as
     // --texto "-FP x" must not name the parameter file.
@@ -70,10 +94,14 @@ int RunWithConfiguration(const ToolArgs& a, const OptionTexts& texts, char* prog
         LumbraIni();
     } catch (const platform::ProgramEnded&) {
         // The engine has shown its open-failure message, which names no file when none was found:
-        // say which one was looked for.
-        PrintLine(stderr, "lumbractl: ficheiro de par\xE2metros: " + SoughtParameterFile(a));
+        // say which one was looked for, and why it could not be read.
+        const std::string sought = SoughtParameterFile(a);
+        const std::string why = UnreadableReason(platform::HostPath(sought));
+        PrintLine(stderr, "lumbractl: ficheiro de par\xE2metros: " + sought +
+                              (why.empty() ? "" : ": " + why));
         return kExitNoParameterFile;
     }
+    WarnAboutParameterFile();
     std::optional<ByteReporter> reporter;
     if (a.bytes) reporter.emplace();
     // A signal that came while the configuration loaded stops the command before its first send.

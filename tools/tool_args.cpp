@@ -98,8 +98,18 @@ ParsedArgs ParseToolArgs(int argc, const char* const* argv) {
         const std::string word = argv[i] != nullptr ? argv[i] : "";
         if (IsEngineSwitch(word)) {
             if (i + 1 >= argc) return fail("falta o valor de " + word);
+            const std::string value = argv[++i] != nullptr ? argv[i] : "";
+            // The engine reads its switches from one command line cut at every blank: such a
+            // path would reach it in pieces, and the first piece would be used.
+            if (value.find(' ') != std::string::npos) {
+                return fail(
+                    "o caminho de " + word + " " + Quoted(value) +
+                    " tem espa\xE7os: a linha de comandos do motor parte-o nos espa\xE7os e " +
+                    (UpperAscii(word) == "-FP" ? "leria outro ficheiro"
+                                               : "abriria outro dispositivo"));
+            }
             a.engineArgs.push_back(word);
-            a.engineArgs.emplace_back(argv[++i]);
+            a.engineArgs.push_back(value);
         } else if (word == "--help" || word == "-h") {
             a.help = true;
         } else if (word == "--version") {

@@ -72,6 +72,44 @@ TEST(LineReader, JoinsContinuationLinesAndDropsOneOpenAtTheEnd) {
     }
 }
 
+TEST(LineReader, LogicalLinesStopAtTheLongestALineMayBe) {
+    const std::string piece(20000, 'a');
+    const struct {
+        std::vector<std::string> physical;
+        std::string logical;
+    } cases[] = {
+        {{std::string(40000, 'b'), "Fim"}, std::string(32767, 'b')},
+        {{piece + "+", "+" + piece + "+", piece, "Fim"}, std::string(32767, 'a')},
+        // A zone header whose special option runs past the bound: cut, it names no option.
+        {{"#X - [CNVCHR=" + std::string(33000, 'a') + "]", "Fim"},
+         "#X - [CNVCHR=" + std::string(32767 - 13, 'a')},
+    };
+    for (const auto& c : cases) {
+        TempDir dir;
+        OpenTdaOpc opc;
+        opc.tboPrp(ParameterFile(dir, "c.par", c.physical));
+        EXPECT_EQ(opc.next(), c.logical);
+        EXPECT_EQ(opc.next(), "Fim");
+    }
+}
+
+TEST(LineReader, AZoneHeaderWithAnOptionPastTheBoundIsReadAsAZone) {
+    TempDir dir;
+    OpenTdaOpc opc;
+    opc.ZonIni(ParameterFile(
+        dir, "c.par",
+        {"#X - [CNVCHR=" + std::string(33000, 'a') + "]", "V [V]=chr$(65)", "##", "#Y", "##"}));
+    std::string ide, tip;
+    std::int16_t cnt = 0;
+    opc.ZonSeg(ide, tip, cnt);
+    EXPECT_EQ(ide, "X");
+    EXPECT_EQ(opc.conversion(), 1);
+    ASSERT_EQ(cnt, 1);
+    EXPECT_EQ(opc.memory().at(1).txp, "V [V]=A") << "decoded: the option named no CnvChr";
+    opc.ZonSeg(ide, tip, cnt);
+    EXPECT_EQ(ide, "Y");
+}
+
 TEST(LineReader, SkipsEmptyLinesAndReadsOnToAssignments) {
     TempDir dir;
     OpenTdaOpc opc;

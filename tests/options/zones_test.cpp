@@ -291,13 +291,14 @@ TEST(ZoneWalk, ZonesPastTheSixteenBitCountAreReadToTheirEnd) {
     } cases[] = {{"#GRANDE", "Linha [L]=1"}, {"#GRANDE:TX", "linha"}};
     for (const auto& c : cases) {
         std::vector<std::string> body{c.header};
-        body.insert(body.end(), 32768, c.line);
+        body.insert(body.end(), 32769, c.line);
         body.insert(body.end(), {"##", "#SEGUINTE", "P [P]=1", "##"});
         TempDir dir;
         OpenZones opc;
         opc.ZonIni(ParameterFile(dir, "z.par", body));
         EXPECT_EQ(NextZone(opc).cnt, 32767) << c.header;
         EXPECT_EQ(NextZone(opc), (Zone{"SEGUINTE", "IDE", 1, ""})) << c.header;
+        EXPECT_EQ(opc.DroppedRows(), 2) << c.header;
     }
 }
 

@@ -39,7 +39,10 @@ TEST_F(FileHandlesTest, ReadLineEndsLinesAtCrLfCrAndLfThenReportsTheEnd) {
         {"a\r\nlast", {"a", "last"}},  // the last line needs no terminator
         {"", {}},
         {std::string("\xE7\0\xFF\r\n", 5), {std::string("\xE7\0\xFF", 3)}},
-        {longLine + "\r\nb", {longLine, "b"}},
+        {longLine + "\r\nb", {longLine.substr(0, kMaxLineLength), "b"}},
+        // Past the longest line, the rest up to the terminator is dropped, across chunks too.
+        {std::string(kMaxLineLength + 1, 'a') + "\r\nb", {std::string(kMaxLineLength, 'a'), "b"}},
+        {std::string(200000, 'c') + "\n\rd", {std::string(kMaxLineLength, 'c'), "", "d"}},
     };
     for (const auto& c : cases) {
         tmp.write("f.txt", c.bytes);
@@ -91,6 +94,7 @@ TEST_F(FileHandlesTest, OpenFailuresGiveTheHostNumbers) {
         {tmp.file("dir"), FileMode::Input, kErrPathFileAccess},
         {tmp.file("dir"), FileMode::Output, kErrPathFileAccess},
         {"", FileMode::Input, kErrBadFileNameOrNumber},
+        {"/dev/zero", FileMode::Input, kErrPathFileAccess},  // endless: no text file
     };
     for (const auto& c : cases) {
         EXPECT_EQ(FileOpen(1, c.path, c.mode), c.err) << c.path;

@@ -156,5 +156,41 @@ TEST(LumbractlListar, AwkwardValuesAreWrittenSoThatTheyReadBack) {
     ExpectEveryLineReadsBack(dir.file("Estranho.par"), run.out);
 }
 
+TEST(LumbractlListar, SaysInOneLineWhatTheEngineReadPastInSilence) {
+    const std::string kOneLongLine = "one line of 10 MB";
+    std::string manyRows = ParHeader() + "#LIG Portas\r\n";
+    for (int i = 0; i < 32770; ++i)
+        manyRows += "Porta [FIC]=x\r\n";
+    manyRows += "##\r\n";
+    const struct {
+        std::string what, bytes;
+        std::size_t rows;
+        std::string err;
+    } cases[] = {
+        {kOneLongLine, std::string(10'000'000, 'a'), 0,
+         "lumbractl: aviso: linhas com mais de 32767 caracteres, cortadas nesse limite: 1\n"},
+        {"rows past a zone's count", manyRows, 32767,
+         "lumbractl: aviso: linhas al\xC3\xA9m das 32767 que uma zona pode ter, ignoradas: 3\n"},
+        {"a file written in UTF-8",
+         ParHeader() + "#LIG\r\nSauda\xC3\xA7\xC3\xA3o [FIC]=x\r\n##\r\n", 1,
+         "lumbractl: aviso: o ficheiro de par\xC3\xA2metros est\xC3\xA1 em UTF-8, n\xC3\xA3o em "
+         "Windows-1252: os acentos aparecem como \"\xC3\x83\xC2\xA9\" e saem como dois bytes\n"},
+    };
+    for (const auto& c : cases) {
+        const TempDir dir;
+        dir.write("p.par", c.bytes);
+        const ToolRun run = RunTool({"-FP", dir.file("p.par"), "listar"});
+        EXPECT_EQ(run.status, 0) << c.what;
+        EXPECT_EQ(run.err, c.err) << c.what;
+        if (c.what == kOneLongLine) {
+            // The line is held at most to its bound, never whole: the run takes about what one
+            // of the sample file takes, far less than the line's 10 MB.
+            const ToolRun sample = RunTool({"-FP", kExample, "listar"});
+            EXPECT_LT(run.peakKb, sample.peakKb + 4096);
+        }
+        EXPECT_EQ(Split(run.out, '\n').size(), c.rows) << c.what;
+    }
+}
+
 }  // namespace
 }  // namespace lumbra::test

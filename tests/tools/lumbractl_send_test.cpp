@@ -166,7 +166,14 @@ const FailureCase kFailures[] = {
      "lumbractl: a op\xC3\xA7\xC3\xA3o"},
     {"missing parameter file", Given::Nothing, {"-FP", "/nada/Lumbra.par", "teste"}, 3,
      "Erro a abrir ficheiro\nErro : 52   Bad file name or number\nFicheiro :   ()\n"
-     "lumbractl: ficheiro de par\xC3\xA2metros: /nada/Lumbra.par\n"},
+     "lumbractl: ficheiro de par\xC3\xA2metros: /nada/Lumbra.par: n\xC3\xA3o existe\n"},
+    {"device as parameter file", Given::Nothing, {"-FP", "/dev/zero", "listar"}, 3,
+     "Erro a abrir ficheiro\nErro : 52   Bad file name or number\nFicheiro :   ()\n"
+     "lumbractl: ficheiro de par\xC3\xA2metros: /dev/zero: \xC3\xA9 um dispositivo, n\xC3\xA3o um "
+     "ficheiro\n"},
+    {"parameter file path with blanks", Given::Nothing, {"-FP", "/tmp/a b.par", "listar"}, 2,
+     "lumbractl: o caminho de -FP \"/tmp/a b.par\" tem espa\xC3\xA7os: a linha de comandos do "
+     "motor parte-o nos espa\xC3\xA7os e leria outro ficheiro\n" + kUsageLine},
 };
 // clang-format on
 

@@ -67,17 +67,21 @@ class SimularTest : public LumbractlFixture {
 };
 
 TEST_F(SimularTest, AbrirExecutarAndAMismatchShowWhatTheDevicesDid) {
-    EXPECT_EQ(Send({"abrir"}).status, 0);
-    EXPECT_EQ(Send({"executar", "--comando", "Sauda\xC3\xA7\xC3\xA3o"}).status, 0);
-    // The row at 19200 baud on COM2, where the display listens at 9600.
-    EXPECT_EQ(Send({"teste", "--porta", "Impressora 2", "--texto", "Ol\xC3\xA1"}).status, 0);
     const std::vector<std::string> expected = {
         R"({"device":"printer","event":"drawer","pin":2,"on_ms":50,"off_ms":500})",
         R"({"device":"display","event":"screen","lines":["Olá!                ","                    "],"cursor":[2,1]})",
         R"({"device":"display","event":"settings","expected":"9600,n,8,1","actual":"19200,n,8,1"})",
         R"({"device":"display","event":"screen","lines":["Olá!                ","Olá                 "],"cursor":[1,1]})",
     };
-    EXPECT_EQ(LinesUntil(expected.back()), expected);
+    // Each send's event is awaited before the next: the display reports its screen once a burst
+    // has gone quiet, so two sends close together would show as one screen.
+    EXPECT_EQ(Send({"abrir"}).status, 0);
+    EXPECT_EQ(simulator.readLine(seconds(20)), expected[0]);
+    EXPECT_EQ(Send({"executar", "--comando", "Sauda\xC3\xA7\xC3\xA3o"}).status, 0);
+    EXPECT_EQ(simulator.readLine(seconds(20)), expected[1]);
+    // The row at 19200 baud on COM2, where the display listens at 9600.
+    EXPECT_EQ(Send({"teste", "--porta", "Impressora 2", "--texto", "Ol\xC3\xA1"}).status, 0);
+    EXPECT_EQ(LinesUntil(expected[3]), (std::vector<std::string>{expected[2], expected[3]}));
 }
 
 TEST_F(SimularTest, TheDrawerCycleReachesItInOrderAcrossItsOpensAndCloses) {

@@ -1,5 +1,5 @@
 // The pieces of lumbractl on their own: the command line split between the engine and the tool,
-// the choice of a row, the access check of portas.
+// the choice of a row, the access check of portas, what is said about the parameter file.
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -12,6 +12,7 @@
 #include "tests/support/pty_pair.h"
 #include "tests/support/temp_dir.h"
 #include "tests/support/unprivileged.h"
+#include "tools/parameter_file_check.h"
 #include "tools/row_choice.h"
 #include "tools/serial_port_list.h"
 #include "tools/tool_args.h"
@@ -51,6 +52,23 @@ TEST(LumbractlArgs, OnlyTheEngineSwitchesAndTheirValuesGoToTheEngine) {
         EXPECT_EQ(p.args.engineArgs, engine);
         EXPECT_EQ(p.args.command, c.command);
     }
+}
+
+TEST(LumbractlArgs, EnginePathsWithBlanksAreRefusedSinceTheEngineWouldSplitThem) {
+    const struct {
+        std::vector<std::string> words;
+        std::string error;
+    } cases[] = {
+        {{"-FP", "com espa\xC3\xA7o.par", "listar"},
+         "o caminho de -FP \"com espa\xE7o.par\" tem espa\xE7os: a linha de comandos do motor "
+         "parte-o nos espa\xE7os e leria outro ficheiro"},
+        {{"-com2", "/dev/a b", "teste"},
+         "o caminho de -com2 \"/dev/a b\" tem espa\xE7os: a linha de comandos do motor parte-o "
+         "nos espa\xE7os e abriria outro dispositivo"},
+        {{"-FP", "a\tb.par", "listar"}, ""},  // a tab is no blank to the engine
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(Parse(c.words).error, c.error) << c.words[1];
 }
 
 TEST(LumbractlArgs, RefusesWhatNoCommandTakes) {
@@ -121,6 +139,58 @@ TEST(LumbractlPortAccess, SaysWhoMayOpenTheDevice) {
     if (groupOnly == test::kCannotDropRoot) GTEST_SKIP() << "cannot give up root";
     EXPECT_EQ(groupOnly, 1);
     EXPECT_EQ(ownerOnly, 1);
+}
+
+TEST(LumbractlParameterFile, SaysWhyAFileCannotBeRead) {
+    test::TempDir dir;
+    ::chmod(dir.path().c_str(), 0755);
+    dir.write("ok.par", "x");
+    dir.write("fechado.par", "x");
+    ::chmod(dir.file("fechado.par").c_str(), 0200);
+    ::symlink(dir.file("b").c_str(), dir.file("a").c_str());
+    ::symlink(dir.file("a").c_str(), dir.file("b").c_str());
+    const struct {
+        std::string path, reason;
+    } cases[] = {
+        {dir.file("ok.par"), ""},
+        {dir.file("falta.par"), "n\xE3o existe"},
+        {dir.file("falta/x.par"), "n\xE3o existe"},
+        {dir.path(), "\xE9 uma pasta"},
+        {dir.file("a"),
+         "as liga\xE7\xF5"
+         "es simb\xF3licas do caminho formam um ciclo"},
+        {"/dev/zero", "\xE9 um dispositivo, n\xE3o um ficheiro"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(UnreadableReason(c.path), c.reason) << c.path;
+
+    const int refused = test::RunUnprivileged(
+        [&] { return UnreadableReason(dir.file("fechado.par")) == "sem permiss\xE3o de leitura"; });
+    if (refused == test::kCannotDropRoot) GTEST_SKIP() << "cannot give up root";
+    EXPECT_EQ(refused, 1);
+}
+
+TEST(LumbractlParameterFile, CountsOverlongLinesAndTellsUtf8FromWindows1252) {
+    const std::string bound(32767, 'a');
+    const struct {
+        std::string bytes;
+        std::int64_t longLines;
+        bool utf8;
+    } cases[] = {
+        {"Sauda\xE7\xE3o\r\n" + bound + "\r\n" + bound + "b\n" + bound + "bb", 2, false},
+        {"Sauda\xC3\xA7\xC3\xA3o \xE2\x82\xAC\r\n", 0, true},
+        {"s\xC3\xB3 at\xE9", 0, false},  // one sequence whole, one broken: not UTF-8
+        {"ASCII [A]=1\r\n", 0, false},
+        {"\xC3", 0, false},  // a sequence cut by the end of the file
+    };
+    test::TempDir dir;
+    for (const auto& c : cases) {
+        dir.write("p.par", c.bytes);
+        const ParameterFileScan scan = ScanParameterFile(dir.file("p.par"));
+        EXPECT_EQ(scan.longLines, c.longLines) << c.bytes.substr(0, 20);
+        EXPECT_EQ(scan.utf8, c.utf8) << c.bytes.substr(0, 20);
+    }
+    EXPECT_FALSE(ScanParameterFile("/dev/zero").utf8);  // never read: not a regular file
 }
 
 }  // namespace

@@ -15,6 +15,7 @@ namespace lumbra::test {
 
 struct ToolRun {
     int status = -1;  // the exit status; 128 + n for a child ended by signal n
+    long peakKb = 0;  // the most memory the child held at once
     std::string out;
     std::string err;
 };

@@ -15,7 +15,7 @@ void DirCri(const std::string& dir, std::int16_t& err) {
     err = platform::DirCreate(dir);
 }
 
-std::vector<std::string> FoldersAlong(const std::string& dir) {
+std::vector<std::string> FoldersAlong(const std::string& dir, std::size_t longest) {
     std::string d = dir;
     // A path written with "\" is split at "\" (any "/" in it counts as one); a path of this host
     // that has only "/" is split at "/".
@@ -35,7 +35,10 @@ std::vector<std::string> FoldersAlong(const std::string& dir) {
 
     std::vector<std::string> steps;
     std::string acc;
-    for (std::size_t i = 1; i <= static_cast<std::size_t>(n); ++i) {
+    // TxArr refuses a path of more pieces than its count can hold (n = 0); the walk never reads
+    // past the pieces it was given.
+    const std::size_t count = n > 0 ? std::min(static_cast<std::size_t>(n), pieces.size() - 1) : 0;
+    for (std::size_t i = 1; i <= count; ++i) {
         std::string p;
         if (i == 1 && pieces[i].empty()) {
             // A path that starts at the root goes on from the root, not from the current folder.
@@ -48,6 +51,7 @@ std::vector<std::string> FoldersAlong(const std::string& dir) {
         }
         if (i == 1 && network && p.starts_with("||")) p.replace(0, 2, "\\\\");
         steps.push_back(p);
+        if (p.size() > longest) break;
         acc = p;
     }
     return steps;
@@ -55,7 +59,8 @@ std::vector<std::string> FoldersAlong(const std::string& dir) {
 
 void DirCriArv(const std::string& dir, std::int16_t& err) {
     std::int16_t last = 0;
-    for (const std::string& folder : FoldersAlong(dir)) {
+    // Past the longest folder a host can name every mkdir fails alike: one try says so.
+    for (const std::string& folder : FoldersAlong(dir, kLongestFolder)) {
         DirCri(folder, last);
     }
     err = last;

@@ -1,6 +1,7 @@
 #include "util/files/paths.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <utility>
 
 #include "util/text/chars.h"
@@ -30,8 +31,9 @@ char JoinSeparator(const std::string& dir, const std::string& nome) {
     return SepDir.front();
 }
 
+// A position past the 16-bit range reads as 0, none: such a name is longer than a name can be.
 std::int16_t ToPos(std::size_t index) {
-    return static_cast<std::int16_t>(index + 1);
+    return index < INT16_MAX ? static_cast<std::int16_t>(index + 1) : std::int16_t{0};
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 // Files hold Windows-1252 text; lines end with CR LF. Failures come back as the host's error
 // numbers (platform/file_handles.h).
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -48,10 +49,15 @@ void DirCri(const std::string& dir, std::int16_t& err);
 void DirCriArv(const std::string& dir, std::int16_t& err);
 void DirCriArv(const std::string& dir);
 
+// No host names a folder longer than this (Linux's limit; Windows' is shorter).
+inline constexpr std::size_t kLongestFolder = 4096;
+
 // The folders DirCriArv tries for dir, in order: "C:\Dados\Cfg" gives "C:\", "C:\Dados",
 // "C:\Dados\Cfg"; "\\srv\share" gives "\\srv", "\\srv\share"; "/tmp/a" gives "/", "/tmp",
-// "/tmp/a".
-std::vector<std::string> FoldersAlong(const std::string& dir);
+// "/tmp/a". The list ends with the first folder longer than longest: every one after it is longer
+// still. A dir of more than 32767 pieces gives none.
+std::vector<std::string> FoldersAlong(const std::string& dir,
+                                      std::size_t longest = std::string::npos);
 
 // Makes sure fic exists, creating its missing folders and an empty file when needed; ok = 1 when
 // it exists afterwards, else 0. Every error on the way is passed over.

@@ -23,6 +23,8 @@ void valueInto(const std::string& tx, const std::string& key, Target& vop, std::
 
 void ChvMrc(const std::string& key, std::string& mrc, std::int16_t& len) {
     mrc = "[" + UpperCase(key) + "=";
+    // A marker whose length no 16-bit integer holds is refused: "" and 0.
+    if (mrc.size() > INT16_MAX) mrc.clear();
     len = static_cast<std::int16_t>(mrc.size());
 }
 
@@ -31,7 +33,7 @@ void ChvExt(const std::string& tx, const std::string& key, std::string& bef, std
     std::string mrc;
     std::int16_t len = 0;
     ChvMrc(key, mrc, len);
-    const std::size_t found = tx.find(mrc);
+    const std::size_t found = mrc.empty() ? std::string::npos : tx.find(mrc);
     // Positions are 16-bit: an item beyond them is out of reach, as for every text procedure.
     std::int16_t open = 0;
     std::int16_t close = 0;

@@ -32,22 +32,29 @@ Cut CutAt(std::string_view tx, std::string_view sep) {
     return {std::string(tx.substr(0, p)), std::string(tx.substr(p + 1)), true};
 }
 
-// 1-based positions travel in 16-bit integers; longer texts are outside what the callers handle.
+// 1-based positions and counts travel in 16-bit integers: whatever lies past 32767 cannot be
+// named, and a procedure that would have to name it answers as if nothing were there.
+constexpr std::size_t kMaxPosition = INT16_MAX;
+
+bool Nameable(std::size_t index) {
+    return index != npos && index < kMaxPosition;
+}
+
 std::int16_t Position(std::size_t index) {
     return static_cast<std::int16_t>(index + 1);
 }
 
 // The block from the first open to the first close at or after it, with its length; 0 when
-// there is none.
+// there is none, or when it is longer than maxLength.
 std::size_t Block(std::string_view tx, std::string_view dl, std::size_t closeIndex,
-                  std::string& bef, std::string& inn, std::string& aft) {
+                  std::size_t maxLength, std::string& bef, std::string& inn, std::string& aft) {
     std::size_t p1 = npos;
     std::size_t p2 = npos;
     if (dl.size() > closeIndex) {
         p1 = tx.find(dl.front());
         if (p1 != npos) p2 = tx.find(dl[closeIndex], p1);
     }
-    if (p2 == npos) {
+    if (p2 == npos || p2 - p1 + 1 > maxLength) {
         std::string whole(tx);
         bef = std::move(whole);
         inn.clear();
@@ -134,7 +141,7 @@ void TxArr(const std::string& tx, const std::string& sep, std::vector<std::strin
            std::int16_t& n) {
     std::vector<std::string> fields(1);
     std::string_view w = tx;
-    while (!w.empty()) {
+    while (!w.empty() && fields.size() - 1 <= kMaxPosition) {
         const std::size_t p = CutPoint(w, sep);
         if (p == npos) {
             fields.emplace_back(w);
@@ -143,6 +150,9 @@ void TxArr(const std::string& tx, const std::string& sep, std::vector<std::strin
         fields.emplace_back(w.substr(0, p));
         w.remove_prefix(p + 1);
     }
+    // More fields than a 16-bit count can hold: the text is refused as a whole rather than cut,
+    // so that no caller walks a part of it as if it were all.
+    if (fields.size() - 1 > kMaxPosition) fields.assign(1, std::string());
     n = static_cast<std::int16_t>(fields.size() - 1);
     arr = std::move(fields);
 }
@@ -150,13 +160,14 @@ void TxArr(const std::string& tx, const std::string& sep, std::vector<std::strin
 void TxDlm(const std::string& tx, std::string& bef, std::string& inn, std::string& aft,
            std::int16_t& lng, const std::string& dl) {
     const std::size_t closeIndex = dl.empty() ? 0 : dl.size() - 1;
-    const std::size_t length = Block(tx, dl, closeIndex, bef, inn, aft);
+    // A block whose length no 16-bit integer holds is not a block.
+    const std::size_t length = Block(tx, dl, closeIndex, kMaxPosition, bef, inn, aft);
     lng = static_cast<std::int16_t>(length);
 }
 
 void TxDlm2(const std::string& tx, const std::string& dl, std::string& bef, std::string& inn,
             std::string& aft) {
-    Block(tx, dl, 1, bef, inn, aft);
+    Block(tx, dl, 1, npos, bef, inn, aft);
 }
 
 void TxBlk(const std::string& tx, std::int16_t& p1, std::int16_t& p2, const std::string& dl) {
@@ -177,7 +188,7 @@ void TxBlk(const std::string& tx, std::int16_t& p1, std::int16_t& p2, const std:
         innerOpen = tx.find(open, k + 1);
         k = tx.find(close, k + 1);
     } while (innerOpen != npos && k != npos && innerOpen < k);
-    if (k == npos) {
+    if (!Nameable(q) || !Nameable(k)) {
         p1 = 0;
         p2 = 0;
         return;
@@ -211,7 +222,8 @@ void TxLpz(std::int16_t mo, const std::string& tx, const std::string& chs, std::
 void TxCmdArr(const std::string& cmd, std::int16_t& n) {
     std::vector<std::string> words{cmd};
     std::string_view rest = cmd;
-    while (!rest.empty()) {
+    // Words past the 16-bit count cannot be asked for; they are not kept.
+    while (!rest.empty() && words.size() <= kMaxPosition) {
         const std::size_t first = rest.find_first_not_of(' ');
         if (first == npos) break;
         rest.remove_prefix(first);

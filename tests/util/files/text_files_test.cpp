@@ -153,9 +153,25 @@ TEST(FoldersAlongTest, ListsEveryFolderFromTheTop) {
         {"Novo\\Sub", {"Novo", "Novo\\Sub"}},
         {"x/y", {"x", "x/y"}},
         {"", {}},
+        // More pieces than a 16-bit count holds: no folder at all, rather than a walk past them.
+        {std::string(32768, '/'), {}},
     };
     for (const auto& [dir, steps] : cases)
-        EXPECT_EQ(FoldersAlong(dir), steps) << dir;
+        EXPECT_EQ(FoldersAlong(dir), steps) << dir.substr(0, 20);
+    // The walk ends at the first folder longer than asked: the ones after it are longer still.
+    EXPECT_EQ(FoldersAlong("a/b/c/d", 3), (std::vector<std::string>{"a", "a/b", "a/b/c"}));
+}
+
+TEST_F(TextFilesTest, APathOfMorePiecesThanTheCountHoldsCreatesNothing) {
+    const std::string slashes(32768, '/');
+    std::int16_t err = -1;
+    DirCriArv(tmp.path() + slashes + "novo", err);
+    EXPECT_EQ(err, 0);
+    EXPECT_FALSE(tmp.exists("novo"));
+    std::int16_t ok = -1;
+    FicPrpGrv(tmp.path() + slashes + "novo/a.par", ok);
+    EXPECT_EQ(ok, 0);
+    EXPECT_FALSE(tmp.exists("novo"));
 }
 
 TEST_F(TextFilesTest, DirCriArvCreatesEveryFolderAlongThePath) {

@@ -34,6 +34,9 @@ TEST(ChvExt, SplitsTheTextAroundTheItemOfTheKey) {
         {"[\xC7=1]", "\xE7", "", "1", "", 1},
         {"[A]=1]", "a]", "[A]=1]", "", "", 0},
         {"", "A", "", "", "", 0},
+        // An item that closes past the 16-bit positions is out of reach.
+        {"#X - [CNVCHR=" + std::string(33000, 'a') + "]", "CNVCHR",
+         "#X - [CNVCHR=" + std::string(33000, 'a') + "]", "", "", 0},
     };
     for (const auto& c : cases) {
         std::string bef = "old";

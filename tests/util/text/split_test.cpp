@@ -120,6 +120,36 @@ TEST(TxArr, ManyFieldsEndAtTheirExactCount) {
     }
 }
 
+// Positions and counts are 16-bit: at the limit the text is taken, past it refused, never wrapped.
+TEST(SixteenBitLimits, TextsPastThemAreRefusedNotWrapped) {
+    for (const std::size_t extra : {0u, 1u}) {
+        Words arr;
+        std::int16_t n = -1;
+        TxArr(std::string(32767 + extra, '/'), "/", arr, n);
+        EXPECT_EQ(n, extra == 0 ? 32767 : 0);
+        EXPECT_EQ(arr.size(), static_cast<std::size_t>(n) + 1);
+
+        const std::string block = "[" + std::string(32765 + extra, 'x') + "]";
+        std::string bef, inn, aft;
+        std::int16_t lng = -1;
+        TxDlm(block, bef, inn, aft, lng, "[]");
+        EXPECT_EQ(lng, extra == 0 ? 32767 : 0);
+        EXPECT_EQ(bef, extra == 0 ? "" : block);
+
+        std::int16_t p1 = 1;
+        std::int16_t p2 = -1;
+        TxBlk(block, p1, p2, "[]");
+        EXPECT_EQ(p2, extra == 0 ? 32767 : 0);
+
+        std::string words;
+        for (std::size_t i = 0; i < 32767 + extra; ++i)
+            words += "w ";
+        TxCmdArr(words, n);
+        EXPECT_EQ(n, 32767);
+        EXPECT_EQ(TxCmdArg().size(), 32768u);
+    }
+}
+
 TEST(TxDlm, TakesTheFirstBlockWithoutNesting) {
     const struct {
         const char* tx;
