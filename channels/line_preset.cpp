@@ -4,8 +4,8 @@
 #include <termios.h>
 #include <unistd.h>
 
-#include "channels/device_line.h"
 #include "channels/line_format.h"
+#include "platform/line_speed.h"
 
 namespace lumbra {
 
@@ -16,7 +16,7 @@ void PresetLine(const std::string& hostPath, const SerialSettings& settings) {
     termios tio{};
     if (::tcgetattr(fd, &tio) == 0) {
         SetLineFormat(tio, settings);
-        if (::tcsetattr(fd, TCSANOW, &tio) == 0) SetDeviceLineSpeed(fd, settings.baud);
+        if (::tcsetattr(fd, TCSANOW, &tio) == 0) platform::SetDeviceLineSpeed(fd, settings.baud);
     }
     ::close(fd);
 }

@@ -16,6 +16,7 @@
 #include "channels/serial_lock.h"
 #include "platform/file_handles.h"
 #include "platform/host_text.h"
+#include "platform/line_speed.h"
 #include "platform/program.h"
 #include "platform/qt_codepage.h"
 #include "platform/write_stall.h"
@@ -149,7 +150,7 @@ bool SerialPortControl::applySettings() {
     const std::int32_t baud = settings_.baud;
     if (!port_->setBaudRate(baud)) return fail(refused + QtError(*port_));
     // A driver may take a rate it cannot make without complaint: believe only what it runs at.
-    const std::int64_t actual = DeviceLineSpeed(port_->handle());
+    const std::int64_t actual = platform::DeviceLineSpeed(port_->handle());
     if (actual < 0) return fail(refused + "its speed cannot be read back");
     if (std::llabs(actual - baud) * 50 > baud) {
         return fail(refused + "it runs at " + std::to_string(actual) + " baud instead of " +

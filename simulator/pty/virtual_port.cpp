@@ -8,6 +8,8 @@
 #include <cstdlib>
 #include <system_error>
 
+#include "platform/line_speed.h"
+
 namespace lumbra::sim {
 namespace {
 
@@ -37,7 +39,7 @@ VirtualPort::VirtualPort(const LineSettings& settings) {
         else
             tio.c_cflag &= ~static_cast<tcflag_t>(CSTOPB);
         if (::tcsetattr(slave_, TCSANOW, &tio) != 0) Fail("tcsetattr");
-        if (!SetTerminalSpeed(slave_, settings.baud)) Fail("line speed");
+        if (!platform::SetDeviceLineSpeed(slave_, settings.baud)) Fail("line speed");
     } catch (...) {
         if (slave_ >= 0) ::close(slave_);
         ::close(master_);
@@ -70,7 +72,7 @@ LineSettings VirtualPort::lineSettings() const {
     LineSettings s;
     termios tio{};
     if (::tcgetattr(master_, &tio) != 0) return s;
-    s.baud = TerminalSpeed(master_);
+    s.baud = platform::DeviceLineSpeed(master_);
     s.parity = (tio.c_cflag & PARENB) == 0 ? 'n' : (tio.c_cflag & PARODD) != 0 ? 'o' : 'e';
     switch (tio.c_cflag & CSIZE) {
         case CS5:

@@ -35,10 +35,4 @@ class VirtualPort {
     std::string path_;
 };
 
-// The line speed in baud of the terminal behind fd (either side of a pseudo-terminal); -1 when it
-// cannot be read.
-long long TerminalSpeed(int fd);
-// Sets the line speed of the terminal behind fd to any rate; false when the driver refuses.
-bool SetTerminalSpeed(int fd, long long baud);
-
 }  // namespace lumbra::sim

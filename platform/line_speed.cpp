@@ -1,11 +1,12 @@
-// Kept apart from the other line functions: the kernel's termios2, which holds the speed as a
-// number, cannot share a file with the C library's <termios.h>.
+// Kept in a file of its own: the kernel's termios2, which holds the speed as a number and so
+// takes rates without a B constant (14400, 28800 ...), cannot share a file with the C library's
+// <termios.h>.
 #include <asm/termbits.h>
 #include <sys/ioctl.h>
 
-#include "channels/device_line.h"
+#include "platform/line_speed.h"
 
-namespace lumbra {
+namespace lumbra::platform {
 
 std::int64_t DeviceLineSpeed(int fd) {
     struct termios2 tio {};
@@ -24,4 +25,4 @@ bool SetDeviceLineSpeed(int fd, std::int64_t baud) {
     return ::ioctl(fd, TCSETS2, &tio) == 0;
 }
 
-}  // namespace lumbra
+}  // namespace lumbra::platform
