@@ -2,20 +2,11 @@
 
 #include <algorithm>
 
+#include "simulator/command_bytes.h"
 #include "simulator/printer_decoder.h"
 
 namespace lumbra::sim {
 namespace {
-
-constexpr unsigned char kBs = 0x08;
-constexpr unsigned char kHt = 0x09;
-constexpr unsigned char kLf = 0x0A;
-constexpr unsigned char kHom = 0x0B;
-constexpr unsigned char kClr = 0x0C;
-constexpr unsigned char kCr = 0x0D;
-constexpr unsigned char kCan = 0x18;
-constexpr unsigned char kEsc = 0x1B;
-constexpr unsigned char kUs = 0x1F;
 
 constexpr int kLastRow = kDisplayRows - 1;
 constexpr int kLastColumn = kDisplayColumns - 1;
@@ -23,23 +14,12 @@ constexpr int kLastColumn = kDisplayColumns - 1;
 // lost, and the command is given up.
 constexpr std::size_t kLongestLineCommand = 3 + 2 * kDisplayColumns;
 
-unsigned char At(std::string_view in, std::size_t i) {
-    return static_cast<unsigned char>(in[i]);
-}
-
 }  // namespace
 
 std::vector<DeviceEvent> DisplayDecoder::feed(std::string_view bytes) {
-    std::vector<DeviceEvent> out;
-    pending_.append(bytes);
-    std::size_t done = 0;
-    while (done < pending_.size()) {
-        const std::size_t taken = decodeOne(std::string_view(pending_).substr(done), out);
-        if (taken == 0) break;
-        done += taken;
-    }
-    pending_.erase(0, done);
-    return out;
+    return DecodePending(
+        pending_, bytes,
+        [this](std::string_view in, std::vector<DeviceEvent>& out) { return decodeOne(in, out); });
 }
 
 DeviceEvent DisplayDecoder::screen() const {

@@ -3,19 +3,10 @@
 #include <array>
 #include <utility>
 
+#include "simulator/command_bytes.h"
+
 namespace lumbra::sim {
 namespace {
-
-constexpr unsigned char kLf = 0x0A;
-constexpr unsigned char kCr = 0x0D;
-constexpr unsigned char kDle = 0x10;
-constexpr unsigned char kDc4 = 0x14;
-constexpr unsigned char kEsc = 0x1B;
-constexpr unsigned char kGs = 0x1D;
-
-unsigned char At(std::string_view in, std::size_t i) {
-    return static_cast<unsigned char>(in[i]);
-}
 
 // Parameter counts of commands the printer skips without acting on them, so that their
 // parameters are not taken for text.
@@ -86,16 +77,9 @@ DeviceEvent UnknownBytes(Device device, std::string_view bytes) {
 }
 
 std::vector<DeviceEvent> PrinterDecoder::feed(std::string_view bytes) {
-    std::vector<DeviceEvent> out;
-    pending_.append(bytes);
-    std::size_t done = 0;
-    while (done < pending_.size()) {
-        const std::size_t taken = decodeOne(std::string_view(pending_).substr(done), out);
-        if (taken == 0) break;
-        done += taken;
-    }
-    pending_.erase(0, done);
-    return out;
+    return DecodePending(
+        pending_, bytes,
+        [this](std::string_view in, std::vector<DeviceEvent>& out) { return decodeOne(in, out); });
 }
 
 std::size_t PrinterDecoder::decodeOne(std::string_view in, std::vector<DeviceEvent>& out) {
