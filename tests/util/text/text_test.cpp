@@ -1,0 +1,383 @@
+// The text procedures: number reading and writing, code lists, cuts and blocks, values.
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <locale>
+#include <string>
+#include <tuple>
+#include <vector>
+
+#include "util/text/literal.h"
+#include "util/text/numeric.h"
+#include "util/text/split.h"
+#include "util/text/value.h"
+
+namespace lumbra {
+namespace {
+
+using namespace std::string_literals;
+using Words = std::vector<std::string>;
+
+// Makes the global locale use "," as its decimal point while in scope, as a Portuguese desktop
+// would, without any system locale installed.
+class CommaDecimalLocale {
+  public:
+    CommaDecimalLocale()
+        : saved_(std::locale::global(std::locale(std::locale::classic(), new Comma))) {}
+    ~CommaDecimalLocale() { std::locale::global(saved_); }
+
+  private:
+    struct Comma : std::numpunct<char> {
+        char do_decimal_point() const override { return ','; }
+    };
+    std::locale saved_;
+};
+
+const Variant kInt16{std::int16_t{9}};
+const Variant kInt32{std::int32_t{9}};
+const Variant kDouble{9.0};
+const Variant kText{"x"};
+
+TEST(NumRead, ReadsEveryNotationStopsAtTheFirstUnfitCharacterAndFailsOnOverflow) {
+    const std::tuple<const char*, double, bool> cases[] = {
+        {"27", 27, true},
+        {"&H1B", 27, true},
+        {"&o33", 27, true},
+        {"&HFFFF", -1, true},
+        {"&H10000", 65536, true},
+        {"&HFFFFFFFF", -1, true},
+        {"&H123456789", 0, false},
+        {" 1\t2\n", 12, true},
+        {"1\r2", 1, true},
+        {"1.5E3", 1500, true},
+        {"1d-2", 0.01, true},
+        {"1E10", 1e10, true},
+        {"-.5", -0.5, true},
+        {"1.2.3", 1.2, true},
+        {"12AB", 12, true},
+        {"abc", 0, true},
+        {"123456789012345678901234567890", 1.2345678901234568e29, true},
+        {"0.000000000000000000000000000001", 1e-30, true},
+        {"1E-400", 0, true},
+        {"1E400", 0, false},
+    };
+    for (const auto& [tx, expected, ok] : cases) {
+        double d = -99;
+        EXPECT_EQ(NumRead(tx, d), ok) << tx;
+        EXPECT_EQ(d, expected) << tx;
+    }
+    EXPECT_FALSE(std::signbit(NumRead("-0")));
+}
+
+TEST(NumToInt, RoundsHalfToEvenAndFailsOutsideTheRange) {
+    const std::tuple<double, bool, bool, std::int32_t> cases[] = {
+        // value, 32-bit target, fits, result
+        {2.5, false, true, 2},          {-3.5, false, true, -4},
+        {32767.5, false, false, 0},     {-32768.5, false, true, -32768},
+        {-32769, false, false, 0},      {std::nan(""), false, false, 0},
+        {2147483647.5, true, false, 0}, {-2147483648.5, true, true, INT32_MIN},
+    };
+    for (const auto& [d, wide, fits, expected] : cases) {
+        std::int16_t n16 = 0;
+        std::int32_t n32 = 0;
+        EXPECT_EQ(wide ? NumToInt32(d, n32) : NumToInt16(d, n16), fits) << d;
+        EXPECT_EQ(wide ? n32 : n16, expected) << d;
+    }
+}
+
+TEST(NumTx, GivesTheCanonicalTextAndTheRegionalOne) {
+    const std::tuple<double, const char*> cases[] = {
+        {0.5, ".5"},           {-0.5, "-.5"},
+        {1.25, "1.25"},        {-0.0, "0"},
+        {1e16, "1E+16"},       {1.0 / 3, ".333333333333333"},
+        {0.000015, "1.5E-05"}, {std::numeric_limits<double>::infinity(), ""},
+    };
+    for (const auto& [d, expected] : cases)
+        EXPECT_EQ(NumTx(d), expected) << d;
+    CommaDecimalLocale comma;
+    EXPECT_EQ(NumTxRegional(-0.5), "-0,5");
+    EXPECT_EQ(NumRead("1.5"), 1.5);  // the point reads the same whatever the locale
+}
+
+TEST(TxCnvChr, DecodesCodeListsToTheExactBytes) {
+    const std::tuple<const char*, std::string> cases[] = {
+        {"chr$(27,112,0,25,250)", "\x1Bp\0\x19\xFA"s},
+        {"AB bin$(13,10)", "AB \r\n"},
+        {"chr$(&H1B)xchr$( 6 5 )", "\x1BxA"},
+        {"chr$(65.5)chr$(66.5)", "BB"},
+        {"chr$(65,,66)", "A\0B"s},
+        {"x chr$(65", "x A"},
+        {"chr$(300)chr$(-1)", ""},
+        {"CHR$(65)chr $(65)", "CHR$(65)chr $(65)"},
+        {"chr$(65chr$(66)", "A"},
+        {"chr$(&H1chr$(66)", "\x1B"},
+        // A field outside 16 bits repeats the code stored last.
+        {"chr$(65,70000)chr$(1E9,66)", "AA\0B"s},
+    };
+    for (const auto& [tx, expected] : cases) {
+        std::string out = tx;
+        TxCnvChr(out);
+        EXPECT_EQ(out, expected) << tx;
+    }
+    EXPECT_EQ(TxChrLst({Variant("65,70000"), Variant(66.0), Variant(std::int32_t{300}),
+                        Variant(-0.6), Variant::null()}),
+              "AAB");
+}
+
+TEST(TxSub, ReplacesFirstOrEveryOccurrenceAndNeverLoops) {
+    const std::tuple<const char*, const char*, const char*, const char*, const char*> cases[] = {
+        {"R", "a.b.c", ".", ",", "a,b,c"}, {"r", "a.b.c", ".", ",", "a,b.c"},
+        {"R", "aaa", "a", "aa", "aaa"},    {"R", "abc", "", "x", "abc"},
+        {"R", "aab", "ab", "b", "b"},
+    };
+    for (const auto& [modo, in, ant, nov, expected] : cases) {
+        std::string tx = in;
+        TxSub(modo, tx, ant, nov);
+        EXPECT_EQ(tx, expected) << modo << " " << in;
+    }
+}
+
+TEST(TxSepL, CutsAtTheWholeSeparator) {
+    const std::tuple<const char*, const char*, const char*, const char*> cases[] = {
+        {"a<-b", "<-", "a", "b"}, {"abc", "x", "abc", ""}, {"abc", "", "abc", ""}};
+    for (const auto& [in, sep, pt, rest] : cases) {
+        std::string tx = in, part;
+        TxSepL(tx, sep, part);
+        EXPECT_EQ(Words({part, tx}), Words({pt, rest})) << in;
+    }
+}
+
+TEST(TxNumSep, ReadsTheFirstFieldAndKeepsTheTargetWhenItDoesNotFit) {
+    const std::tuple<const char*, std::int16_t, const char*> cases[] = {{"12,34", 12, "34"},
+                                                                        {"70000,5", 9, "5"}};
+    for (const auto& [in, n, rest] : cases) {
+        std::string tx = in;
+        std::int16_t number = 9;
+        TxNumSep(tx, ",", number);
+        EXPECT_EQ(number, n) << in;
+        EXPECT_EQ(tx, rest) << in;
+    }
+}
+
+TEST(TxSep, CutsAtTheFirstSeparatorSkippingOneCharacter) {
+    const std::tuple<const char*, const char*, const char*, const char*, std::int16_t> cases[] = {
+        {"COM1:9600", ":", "COM1", "9600", 1},
+        {"9600", ":", "9600", "", 0},
+        {"a<-b", "<-", "a", "-b", 1},
+        {"abc", "", "", "bc", 1},
+        {"", "", "", "", 0},
+    };
+    for (const auto& [in, sep, pt, rest, ok] : cases) {
+        std::string tx = in, part, pt1, pt2, restC, ptS;
+        std::int16_t ok1 = 9, ok2 = 9;
+        TxSep(tx, sep, part, ok1);
+        TxSep2(in, sep, pt1, pt2, ok2);
+        TxSepC(in, sep, ptS, restC);
+        EXPECT_EQ(Words({part, tx, pt1, pt2, ptS, restC}), Words({pt, rest, pt, rest, pt, rest}));
+        EXPECT_EQ(ok1 * 10 + ok2, ok * 11) << in;
+    }
+    std::string s = "a,b", rest;  // an output may be the input itself
+    std::int16_t ok = 0;
+    TxSep2(s, ",", s, rest, ok);
+    EXPECT_EQ(Words({s, rest}), Words({"a", "b"}));
+}
+
+TEST(TxSepMo, ModeDecidesWhereEachPartGoes) {
+    const std::tuple<const char*, const char*, const char*, const char*, const char*> cases[] = {
+        {"PE T", " k = v ", "=", "k", "v"}, {"PS", "abc", ":", "abc", ""},
+        {"PE", "abc", ":", "", "abc"},      {"SE T", "ZON  x y ", " ", "ZON", "x y"},
+        {"RS", "ab", "=", "ab", ""},        {"XX", "a=b", "=", "b", "a"},
+        {"XX", "ab", "=", "", "ab"},        {"PE M", "a.b c ", ".", "A", "B C "},
+    };
+    for (const auto& [mo, in, sep, newTx, pt] : cases) {
+        std::string tx = in, part = "old";
+        TxSepMo(mo, tx, sep, part);
+        EXPECT_EQ(Words({tx, part}), Words({newTx, pt})) << mo << " / " << in;
+    }
+}
+
+TEST(TxArr, GivesEveryFieldBehindAnEmptySlotZero) {
+    const std::tuple<std::string, Words> cases[] = {
+        {"a,,b", {"", "a", "", "b"}},
+        {"a,b,", {"", "a", "b"}},
+        {"", {""}},
+    };
+    for (const auto& [tx, fields] : cases) {
+        Words arr = {"stale", "x"};
+        std::int16_t n = -1;
+        TxArr(tx, ",", arr, n);
+        EXPECT_EQ(arr, fields) << tx;
+        EXPECT_EQ(n, static_cast<std::int16_t>(fields.size() - 1)) << tx;
+    }
+}
+
+// Positions and counts are 16-bit: at the limit a text is taken, past it refused, never wrapped.
+TEST(SixteenBitLimits, TextsPastThemAreRefusedNotWrapped) {
+    for (const std::size_t extra : {0u, 1u}) {
+        Words arr;
+        std::int16_t n = -1;
+        TxArr(std::string(32767 + extra, '/'), "/", arr, n);
+        EXPECT_EQ(n, extra == 0 ? 32767 : 0);
+        EXPECT_EQ(arr.size(), static_cast<std::size_t>(n) + 1);
+
+        const std::string block = "[" + std::string(32765 + extra, 'x') + "]";
+        std::string bef, inn, aft;
+        std::int16_t lng = -1, p1 = 1, p2 = -1;
+        TxDlm(block, bef, inn, aft, lng, "[]");
+        TxBlk(block, p1, p2, "[]");
+        EXPECT_EQ(lng, extra == 0 ? 32767 : 0);
+        EXPECT_EQ(p2, extra == 0 ? 32767 : 0);
+
+        std::string words;
+        for (std::size_t i = 0; i < 32767 + extra; ++i)
+            words += "w ";
+        TxCmdArr(words, n);
+        EXPECT_EQ(n, 32767);
+        EXPECT_EQ(TxCmdArg().size(), 32768u);
+    }
+}
+
+TEST(TxDlm, TakesTheFirstBlockWithoutNesting) {
+    const std::tuple<const char*, const char*, Words, std::int16_t> cases[] = {
+        {"a[b]c", "[]", {"a", "b", "c"}, 3},     {"a[b", "[]", {"a[b", "", ""}, 0},
+        {"[a[b]c]", "[]", {"", "a[b", "c]"}, 5}, {"a]b[c", "[]", {"a]b[c", "", ""}, 0},
+        {"[]", "[]", {"", "", ""}, 2},           {"[a-b]", "[-]", {"", "a-b", ""}, 5},
+    };
+    for (const auto& [tx, dl, parts, length] : cases) {
+        std::string bef = "x", inn = "x", aft = "x";
+        std::int16_t lng = -1;
+        TxDlm(tx, bef, inn, aft, lng, dl);
+        EXPECT_EQ(Words({bef, inn, aft}), parts) << tx;
+        EXPECT_EQ(lng, length) << tx;
+    }
+    std::string bef, inn, aft;
+    TxDlm2("[a-b]", "[-]", bef, inn, aft);  // closes at the second delimiter character
+    EXPECT_EQ(Words({bef, inn, aft}), Words({"", "a", "b]"}));
+}
+
+TEST(TxBlk, FindsTheBlockSkippingInnerBlocks) {
+    const std::tuple<const char*, std::int16_t, const char*, std::int16_t, std::int16_t> cases[] = {
+        {"[a[b]c[d]e]", 1, "[]", 1, 11}, {"[a[b[c]]d]", 1, "[]", 1, 8}, {"x[a]y", 1, "[]", 2, 4},
+        {"[a][b]", 2, "[]", 4, 6},       {"[a[b]", 1, "[]", 0, 0},      {"[a]", 4, "[]", 0, 0},
+        {"say \"hi\" now", 1, "", 5, 8}, {"[a]", 0, "[]", 1, 3},
+    };
+    for (const auto& [tx, from, dl, e1, e2] : cases) {
+        std::int16_t p1 = from, p2 = -1;
+        TxBlk(tx, p1, p2, dl);
+        EXPECT_EQ(std::make_pair(p1, p2), std::make_pair(e1, e2)) << tx;
+    }
+}
+
+TEST(TxLpz, RemovesCharactersOfTheSetByMode) {
+    const std::tuple<std::int16_t, const char*, const char*> cases[] = {
+        {3, "--a-b--", "a-b"},   {0, "--a-b--", "ab"}, {1, "--a-b--", "a-b--"},
+        {2, "--a-b--", "--a-b"}, {1, "---", ""},       {2, "---", ""},
+        {4, "--a--", "--a--"},
+    };
+    for (const auto& [mo, tx, expected] : cases) {
+        std::string sai = "old";
+        TxLpz(mo, tx, "-", sai);
+        EXPECT_EQ(sai, expected) << mo << " " << tx;
+    }
+}
+
+TEST(TxCmdArr, SplitsAtSpacesOnlyAndKeepsTheWholeTextInSlotZero) {
+    const Words cases[] = {
+        {"  -FP  x.par ", "-FP", "x.par"}, {"a\tb \"c d\"", "a\tb", "\"c", "d\""}, {"   "}};
+    for (const auto& words : cases) {
+        std::int16_t n = -1;
+        TxCmdArr(words[0], n);
+        EXPECT_EQ(TxCmdArg(), words);
+        EXPECT_EQ(n, static_cast<std::int16_t>(words.size() - 1));
+    }
+}
+
+TEST(VlNum, ConvertsIntoTheTargetKindAndGivesZeroOnFailure) {
+    const std::tuple<Variant, Variant, Variant> cases[] = {
+        {Variant("42"), kInt16, Variant(std::int16_t{42})},
+        {Variant("2.5"), kInt16, Variant(std::int16_t{2})},
+        {Variant("70000"), kInt16, Variant(std::int16_t{0})},
+        {Variant::null(), kInt16, Variant(std::int16_t{0})},
+        {Variant("70000"), kInt32, Variant(std::int32_t{70000})},
+        {Variant("1E400"), kDouble, Variant(0.0)},
+        {Variant(std::int16_t{5}), Variant(), Variant(5.0)},
+        {Variant("1.5E3"), kText, Variant("1500")},
+        {Variant("abc"), kText, Variant("0")},
+    };
+    for (const auto& [v, target, expected] : cases) {
+        Variant n = target;
+        VlNum(v, n);
+        EXPECT_EQ(n, expected) << VlStr(v);
+    }
+}
+
+TEST(VlTxAndVlMai, GiveTheCanonicalAndTheUpperCaseRegionalTexts) {
+    CommaDecimalLocale comma;
+    const std::tuple<Variant, const char*, const char*> cases[] = {
+        // value, canonical text, VlMai
+        {Variant("  a\xE7\xE3o "), "  a\xE7\xE3o ", "A\xC7\xC3O"},
+        {Variant("\t\xF7\xFF\x9A\xB5\xDF"), "\t\xF7\xFF\x9A\xB5\xDF", "\t\xF7\x9F\x8A\xB5\xDF"},
+        {Variant(1.25), "1.25", "1,25"},
+        {Variant(-0.5), "-.5", "-0,5"},
+        {Variant(std::int32_t{-70000}), "-70000", "-70000"},
+        {Variant::null(), "", ""},
+    };
+    for (const auto& [v, canonical, upper] : cases) {
+        EXPECT_EQ(VlStr(v), canonical);
+        EXPECT_EQ(VlMai(v), Variant(upper)) << canonical;
+    }
+    double d = 0;
+    TxDbl(Variant(1.25), d);  // read back through the regional text, where "," ends the number
+    EXPECT_EQ(d, 1);
+    EXPECT_THROW(TxDbl(Variant::null(), d), InvalidUseOfNull);
+}
+
+TEST(TxVl, TextTargetTakesTextAndOthersTheNumberOrTheirEmptyValue) {
+    const std::tuple<const char*, Variant, Variant, std::int16_t> cases[] = {
+        {" 12x", kText, Variant(" 12x"), 1},
+        {"12", kDouble, Variant(12.0), 1},
+        {"abc", kInt16, Variant(std::int16_t{0}), 1},
+        {"70000", kInt16, Variant(std::int16_t{0}), 0},
+        {"1E400", Variant(), Variant(0.0), 0},
+    };
+    for (const auto& [tx, target, expected, ok] : cases) {
+        Variant v = target;
+        std::int16_t got = 9;
+        TxVl(tx, v, got);
+        EXPECT_EQ(v, expected) << tx;
+        EXPECT_EQ(got, ok) << tx;
+    }
+    std::int16_t small = 4, ok16 = 9, ok32 = 9;
+    std::int32_t big = 4;
+    TxVl("40000", small, ok16);
+    TxVl("70000", big, ok32);
+    EXPECT_EQ(std::make_tuple(small, ok16, big, ok32), std::make_tuple(0, 0, 70000, 1));
+}
+
+TEST(VlSimNao, ReadsYesNoValuesAndWritesThemByTheTargetKind) {
+    const Variant yes("Sim");
+    const Variant no("N\xE3o");
+    const std::tuple<Variant, Variant, std::int16_t, Variant> cases[] = {
+        {Variant(" sim "), kText, 0, yes},
+        {Variant("Si"), kInt16, 0, Variant(std::int16_t{1})},
+        {Variant("SIMM"), kInt16, 0, Variant(std::int16_t{0})},
+        {Variant("\tsim"), kText, 0, no},
+        {Variant("7"), kInt16, 0, Variant(std::int16_t{7})},
+        {Variant("7"), kInt16, 1, Variant(std::int16_t{1})},
+        {Variant(std::int16_t{1}), kInt16, 1, Variant(std::int16_t{0})},
+        {Variant(std::int16_t{7}), kInt16, 0, Variant(std::int16_t{0})},
+        {Variant(1.0), kDouble, 0, Variant(1.0)},
+        {Variant(1.0), Variant(), 0, Variant(std::int16_t{1})},
+        {Variant(), kText, 1, yes},
+    };
+    for (const auto& [v, target, inv, expected] : cases) {
+        Variant sai = target;
+        VlSimNao(v, sai, inv);
+        EXPECT_EQ(sai, expected) << VlStr(v) << " inv " << inv;
+    }
+}
+
+}  // namespace
+}  // namespace lumbra
