@@ -1,0 +1,216 @@
+// The list procedures: conditions and patterns, comma lists, bracketed items, typed transfer and
+// keyed lists.
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <tuple>
+#include <vector>
+
+#include "util/files/name_index.h"
+#include "util/lists/bracketed_item.h"
+#include "util/lists/comma_list.h"
+#include "util/lists/condition.h"
+#include "util/lists/keyed_list.h"
+#include "util/lists/typed_value.h"
+
+namespace lumbra {
+namespace {
+
+using Lst = std::vector<std::string>;
+
+TEST(CndAva, ComparesTextsOrdinallyAndMatchesWholeTextsAgainstPatterns) {
+    const std::tuple<std::string, std::string, std::string, std::int16_t> cases[] = {
+        {"abc", "=", "abc", 1},
+        {"abc", "=", "ABC", 0},
+        {"9", ">", "10", 1},
+        {"b", ">", "b", 0},
+        {"ab", "<", "abc", 1},
+        {"b", ">=", "b", 1},
+        {"a", ">=", "b", 0},
+        {"b", "<=", "b", 1},
+        {"c", "<=", "b", 0},
+        {"a", "<>", "b", 1},
+        {"a", "<>", "a", 0},
+        {"\xE9", ">", "z", 1},
+        {"a", ":", "a:c", 1},
+        {"c", ":", "a:c", 1},
+        {"d", ":", "a:c", 0},
+        {"bc", "instr", "abc", 1},
+        {"abc", "INSTR", "", 0},
+        {"abcd", "INSTR", "abc", 0},
+        {"a", "==", "a", 0},
+        {"a", " =", "a", 0},
+        // LIKE: ? one character, # one digit, * any run, [..] a group, [!..] its complement
+        {"a", "like", "A*", 0},
+        {"A0", "LIKE", "A#", 1},
+        {"AB", "LIKE", "A#", 0},
+        {"", "LIKE", "*", 1},
+        {"", "LIKE", "?", 0},
+        {"abc", "LIKE", "a?c", 1},
+        {"abcbc", "LIKE", "*bc", 1},
+        {"abcb", "LIKE", "*bc", 0},
+        {"aXbXc", "LIKE", "a*X*c", 1},
+        {"abc", "LIKE", "ab", 0},
+        {"ab", "LIKE", "abc", 0},
+        {"b", "LIKE", "[abc]", 1},
+        {"d", "LIKE", "[abc]", 0},
+        {"d", "LIKE", "[!abc]", 1},
+        {"a", "LIKE", "[!abc]", 0},
+        {"m", "LIKE", "[a-z]", 1},
+        {"M", "LIKE", "[a-z]", 0},
+        {"-", "LIKE", "[-a]", 1},
+        {"m", "LIKE", "[z-a]", 0},
+        {"x", "LIKE", "[!]", 1},
+        {"x", "LIKE", "[]", 0},
+        {"\xE9", "LIKE", "[\xE0-\xFF]", 1},
+        {"A9z", "LIKE", "[A-Z]#[!0-9]", 1},
+        {"*", "LIKE", "[*]", 1},
+        {"x", "LIKE", "[*]", 0},
+        {"ab", "LIKE", "a[b", 0},
+    };
+    for (const auto& [a, op, b, expected] : cases) {
+        std::int16_t ok = 7;
+        CndAva(a, op, b, ok);
+        EXPECT_EQ(ok, expected) << "'" << a << "' " << op << " '" << b << "'";
+    }
+}
+
+TEST(CommaList, AcceptsExactValuesOrPrefixesElementByElement) {
+    // prefix?, list, value, ok
+    const std::tuple<bool, std::string, std::string, std::int16_t> cases[] = {
+        {false, "", "", 0},       {true, "", "A", 0},       {false, "*", "", 1},
+        {true, "*", "x", 1},      {false, "A,", "A", 1},    {false, "A,", "", 0},
+        {false, "A,,B", "", 1},   {true, "A,,B", "", 0},    {false, "A,*", "B", 0},
+        {true, "AB", "A", 0},     {true, "X,AB", "ABC", 1}, {false, "A, B", "B", 0},
+        {false, "A, B", " B", 1}, {false, "A,B", "a", 0},
+    };
+    for (const auto& [prefix, lst, val, expected] : cases) {
+        std::int16_t ok = 7;
+        (prefix ? LstPre : LstIgu)(lst, val, ok);
+        EXPECT_EQ(ok, expected) << prefix << " '" << lst << "' '" << val << "'";
+    }
+}
+
+TEST(ChvExt, SplitsTheTextAroundTheItemOfTheKey) {
+    const std::tuple<std::string, std::string, Lst, std::int16_t> cases[] = {
+        {"x[CNVCHR=0]y", "cnvchr", {"x", "0", "y"}, 1},
+        {"[CnvChr=0]", "cnvchr", {"[CnvChr=0]", "", ""}, 0},
+        {"[A=x[1]y]z", "a", {"", "x[1]y", "z"}, 1},
+        // Deeper nesting is not followed: the item closes at the second "]".
+        {"[A=[[1]]]", "A", {"", "[[1]", "]"}, 1},
+        {"[A=x[1]", "A", {"[A=x[1]", "", ""}, 0},
+        {"[AB=1][A=2][A=3]", "A", {"[AB=1]", "2", "[A=3]"}, 1},
+        {"[\xC7=1]", "\xE7", {"", "1", ""}, 1},
+        // An item that closes past the 16-bit positions is out of reach.
+        {"[A=" + std::string(33000, 'a') + "]",
+         "A",
+         {"[A=" + std::string(33000, 'a') + "]", "", ""},
+         0},
+    };
+    for (const auto& [tx, key, parts, ok] : cases) {
+        Lst got(3, "old");
+        std::int16_t found = 7;
+        ChvExt(tx, key, got[0], got[1], got[2], found);
+        EXPECT_EQ(got, parts) << tx.substr(0, 20);
+        EXPECT_EQ(found, ok) << tx.substr(0, 20);
+    }
+}
+
+TEST(TypedTransfer, TextStaysTextAndAnythingElseReceivesTheNumber) {
+    // options, source, target, result
+    const std::tuple<std::string, Variant, Variant, Variant> atr[] = {
+        {"", "7", Variant(), 7.0},
+        {"", "7", "old", "7"},
+        {"", " 7x ", std::int16_t{1}, 7.0},
+        {"", std::int16_t{3}, Variant(), std::int16_t{3}},
+        {"", -0.5, "", "-.5"},
+        {"MT", " ab\xE7 ", "", "AB\xC7"},
+        {"mt", " ab ", "", " ab "},
+        {"", Variant::null(), "x", ""},
+    };
+    for (const auto& [opc, src, dst, expected] : atr) {
+        Variant got = dst;
+        VarAtr(opc, src, got);
+        EXPECT_EQ(got, expected) << opc;
+    }
+    // source, target, kind named (empty: none), result
+    const std::tuple<Variant, Variant, Variant, Variant> cnv[] = {
+        {"12", Variant(), Variant(), 12.0},
+        {1.5, "old", Variant(), "1.5"},
+        {"12", "old", "NUM", 12.0},
+        {std::int16_t{3}, 2.0, "NOME$", "3"},
+    };
+    for (const auto& [src, dst, tip, expected] : cnv) {
+        Variant got = dst;
+        tip.isEmpty() ? VarCnv(src, got) : VarCnv(src, got, tip);
+        EXPECT_EQ(got, expected);
+    }
+    Variant text("x"), number(2.5), named(1.0);
+    VarVaz(text);
+    VarVaz(number);
+    VarVaz(named, "NOME$");
+    EXPECT_EQ(std::make_tuple(text, number, named),
+              std::make_tuple(Variant(""), Variant(std::int16_t{0}), Variant("")));
+
+    Variant vop("old");
+    std::int16_t rounded = 0, ok = 0;
+    ChvValTip("[N= 2.5x]", "N", rounded, ok);  // the number of the item, half to even
+    ChvValTip("[N= 2.5x]", "X", vop, ok);      // no item: the target is kept
+    EXPECT_EQ(std::make_tuple(rounded, vop, ok), std::make_tuple(2, Variant("old"), 0));
+}
+
+TEST(KeyedList, NamesKeepTheirPositionAndValuesAreReplaced) {
+    Lst lst = {"junk"};
+    LstIni(lst);
+    EXPECT_EQ(lst, Lst({"", ""}));
+    // name, value, position, count after
+    const std::tuple<std::string, std::string, std::int16_t, std::string> steps[] = {
+        {"A", "1", 1, "1"}, {"B", "2", 2, "2"}, {"A", "9", 1, "2"}, {"a", "x", 3, "3"}};
+    for (const auto& [nom, val, pos, count] : steps) {
+        std::int16_t got = -1;
+        LstReg(lst, nom, val, got);
+        EXPECT_EQ(std::make_pair(got, lst[1]), std::make_pair(pos, count)) << nom;
+    }
+    EXPECT_EQ(lst.size(), 5u);
+    const std::tuple<std::string, std::string, std::int16_t> queries[] = {
+        {"A", "9", 1}, {"a", "x", 3}, {"b", "", 0}};
+    for (const auto& [nom, val, pos] : queries) {
+        std::string got = "old";
+        std::int16_t p = -1;
+        LstCon(lst, nom, got, p);
+        EXPECT_EQ(std::make_pair(got, p), std::make_pair(val, pos)) << nom;
+    }
+    for (Lst bad : {Lst{}, Lst{""}}) {  // without the count slot: not a list, left alone
+        std::int16_t pos = -1;
+        LstReg(bad, "A", "1", pos);
+        EXPECT_EQ(bad.size() * 10 + static_cast<std::size_t>(pos), bad.size() * 10);
+    }
+}
+
+TEST(KeyedList, TheCountDecidesWhereANewNameGoesUpTo32000) {
+    const std::tuple<std::string, std::int16_t, std::size_t> cases[] = {
+        {"abc", 1, 3}, {"31999", 1, 32002}, {"32000", 0, 2}, {"-5", 0, 2}};
+    for (const auto& [count, ok, slots] : cases) {
+        Lst lst = {"", count};
+        std::int16_t got = 7;
+        LstAct(lst, "N", "v", got);
+        EXPECT_EQ(std::make_pair(got, lst.size()), std::make_pair(ok, slots)) << count;
+    }
+    // A full list whose names all stand in the index refuses one more and stays as it was.
+    Lst lst = {"", "32000"};
+    std::int16_t ok = 0;
+    for (int i = 1; i <= 32000; ++i) {
+        IdxAdd(lst[0], "N" + std::to_string(i), 1, static_cast<std::int16_t>(i), ok);
+        lst.push_back("v");
+    }
+    LstAct(lst, "N32000", "last", ok);
+    EXPECT_EQ(std::make_pair(ok, lst.back()), std::make_pair(std::int16_t{1}, std::string("last")));
+    const Lst before = lst;
+    LstAct(lst, "N32001", "x", ok);
+    EXPECT_EQ(ok, 0);
+    EXPECT_EQ(lst, before);
+}
+
+}  // namespace
+}  // namespace lumbra
