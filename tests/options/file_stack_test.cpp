@@ -4,7 +4,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <string>
 
 #include "platform/file_handles.h"
@@ -14,27 +13,6 @@
 
 namespace lumbra::test {
 namespace {
-
-TEST(TdaOpcObject, StartsEmptyWithConversionOnAndStampsTheTimeOfCreation) {
-    OpenTdaOpc opc;
-    EXPECT_EQ(opc.fileCount(), 0);
-    EXPECT_EQ(opc.FicAtu(), -1);
-    EXPECT_EQ(opc.FicFec(), -1);
-    EXPECT_EQ(opc.conversion(), 1);
-    EXPECT_EQ(opc.memory(), std::vector<ParReg>(1));
-    EXPECT_EQ(opc.next(), "") << "no file to read from";
-
-    int h = 0, m = 0, s = 0;
-    double seconds = -1;
-    char rest = 0;
-    ASSERT_EQ(std::sscanf(opc.DbgInf().c_str(), "%2d:%2d:%2d %lf%c", &h, &m, &s, &seconds, &rest),
-              4)
-        << opc.DbgInf();
-    EXPECT_EQ(opc.DbgInf()[8], ' ');
-    // Both halves come from one reading of the clock.
-    EXPECT_GE(seconds, h * 3600 + m * 60 + s);
-    EXPECT_LT(seconds, h * 3600 + m * 60 + s + 1);
-}
 
 TEST(TdaOpcObject, ConsumesFiveHeaderLinesAndTakesTheTypeFromTheSecond) {
     const struct {

@@ -63,23 +63,16 @@ TEST_F(Options, OpcConAnswersFromTheProgramTheCommandLineOrTheOptionList) {
         Variant target, value;
     } cases[] = {
         {"DirBas", "", "C:\\LUMBRA"},
-        {"  dirbas ", "", "C:\\LUMBRA"},
         {"DirTmp", "", "[DirBas]\\TMP"},
         {"Esp", "", "  a b  "},
         {"Num", 0.0, 12.0},
-        {"Num", Variant(), 12.0},
-        {"Num", std::int16_t{0}, 12.0},
         {"Txt", 0.0, 0.0},
         {"Hex", 0.0, 16.0},
         {"Nada", "", ""},
-        {"Nada", 0.0, 0.0},
         {"APP:PATH", "", "/opt/lumbra"},
-        {" app:path", "", "/opt/lumbra"},
         {"LC:FP", "", "C:\\A.PAR"},
-        {"lc:fp", "", "C:\\A.PAR"},
         {"LC:", "", "tra\xE7o"},
         {"LC:N", 0.0, 12.0},
-        {"LC:X", "", ""},
         {"LC:Z", "", ""},
         // "~" sorts after "z": not a command-line key.
         {"LC:~", "", "til"},
@@ -97,16 +90,12 @@ TEST_F(Options, ReferencesAreReplacedUpToTwentyOnePasses) {
     } paths[] = {
         {"DirTmp", "C:\\LUMBRA\\TMP"},
         {" dirtmp ", "C:\\LUMBRA\\TMP"},
-        {"DirBas", "C:\\LUMBRA"},
         {"A", "z\\y\\x"},
         {"Self", "[Self]"},
-        {"Vaz", "a[]b[DirBas]"},
-        {"Abe", "a[DirBas"},
         {"Fal", "x"},
         {"Min", "C:\\LUMBRA\\m"},
         {"Prg", "/opt/lumbra/cfg"},
         {"Lin", "C:\\A.PAR"},
-        {"Nada", ""},
         // One reference replaced first, then 21 more passes.
         {"N1", "[N24]"},
     };
@@ -120,14 +109,11 @@ TEST_F(Options, ReferencesAreReplacedUpToTwentyOnePasses) {
         std::string txo, result;
     } texts[] = {
         {"[N1]", "[N22]"},
-        {"[N9]", "[N30]"},
         {"[N10]", "fim"},
         {"[DirTmp]", "C:\\LUMBRA\\TMP"},
-        {"[Self]", "[Self]"},
         {"x[Nada]y[DirBas]", "xyC:\\LUMBRA"},
         {"[Fec][DirBas]", "]C:\\LUMBRA"},
         {"[]", "[]"},
-        {"", ""},
         {"[LC:~]-[app:path]", "til-/opt/lumbra"},
     };
     for (const auto& c : texts) {
@@ -318,14 +304,11 @@ TEST_F(MemoryOptions, OpcDbgIsOnWhenTheDbgVariableHoldsTheName) {
     } cases[] = {
         {"Modo", "", 1.0, "S"},
         {"modo ", 0.0, std::int16_t{1}, std::int16_t{1}},
-        {"Modo", "", "1", "S"},
         {"Modo", "", 0.0, "MODO"},
         {"Modo", 0.0, Variant(), 0.0},
         {std::int16_t{1}, "", 1.0, "S"},
-        {std::int16_t{1}, 0.0, 0.0, 1.0},
         {"Outro", "", 1.0, "N"},
         {"Outro", Variant(), 1.0, std::int16_t{0}},
-        {"Outro", "", 2.0, "NAO"},
         {"Falta", "", 1.0, "N"},
         // No name reads the variable DBG, which is absent: "" equals "".
         {"", "", 1.0, "S"},
@@ -396,12 +379,10 @@ TEST_F(OptionTable, OpcTabPrpSelectsByNamePrefixAndOpcTabConWalksTheSelection) {
         {"", {}},
         {"*", {tmp, base, editor, number}},
         {"DIR", {tmp, base}},
-        {" dir ", {tmp, base}},
         {"EDI,DIRT", {tmp, editor}},
         {"DIR, EDI", {tmp, base}},
         {"F", {}},
         {"N", {number}},
-        {"DIRBASEX", {}},
         {"*,X", {}},
     };
     for (const auto& c : cases) {
