@@ -132,6 +132,8 @@ TEST_F(RecordsTest, RegVarAltChangesOrAppendsRecordsAndRegExeWritesThem) {
         {"missing, no Cri", "Vel [VEL]=9600", "novo", "x", 0, Lines({"Vel [VEL]=9600"})},
         {"missing, Cri", "Vel [VEL]=9600", "novo", "x", 1,
          Lines({"Vel [VEL]=9600", "??? [novo]=x"})},
+        // A record without a name is never found, not even by an empty name.
+        {"empty name", "' coment\xE1rio", "", "x", 0, Lines({"' coment\xE1rio"})},
         {"appended name as passed", "Vel [VEL]=9600", " Novo ", std::int16_t{3}, 1,
          Lines({"Vel [VEL]=9600", "??? [ Novo ]=3"})},
     };
@@ -237,42 +239,55 @@ TEST_F(RecordsTest, RegExeReleasesTheRecordsAndLeavesTheIndexStale) {
     opc.RegExe("", 0, ok);
     EXPECT_LT(ok, 0);
     EXPECT_EQ(FilesIn(dir), 1u);
-}
 
-TEST_F(RecordsTest, RegExeToAnotherFileCreatesItsFoldersAndLeavesTheLoadedFileAlone) {
-    Load(kEight);
-    opc.RegVarAlt("PORTA", "COM2", 0);
-    std::int16_t ok = 0;
-    // The name is taken as given, its blanks included.
-    opc.RegExe(dir.file("novo/pasta/copia.par "), 0, ok);
-    EXPECT_EQ(ok, 1);
-    EXPECT_EQ(dir.read("p.par"), kEight);
-    std::string expected = kEight;
-    expected.replace(expected.find(" COM1"), 5, "COM2");
-    EXPECT_EQ(dir.read("novo/pasta/copia.par "), expected);
-    EXPECT_FALSE(dir.exists("novo/pasta/copia.par"));
-}
-
-TEST_F(RecordsTest, RegExeReplacesAStaleReplacementFileInsteadOfAddingOne) {
-    dir.write("p.par.grv~", "restos");
-    Load(Lines({"A [A]=1"}));
-    opc.RegVarAlt("A", "2", 0);
+    // One record appended again, while the stale index still names VEL as record 1: the
+    // elimination finds no such record and touches nothing.
+    Load(Lines({"Vel [VEL]=9600"}));
     opc.RegExe("", 0);
-    EXPECT_EQ(dir.read("p.par"), Lines({"A [A]=2"}));
-    EXPECT_EQ(FilesIn(dir), 1u);
+    opc.RegVarAlt("NOVO", "1", 1);
+    opc.RegVarEli("VEL");
+    EXPECT_EQ(opc.records(), std::vector<std::string>{"??? [NOVO]=1"});
 }
 
-TEST_F(RecordsTest, RegExeRefusesAFileThatIsOpenForReadingAndLeavesItWhole) {
-    const std::string fic = Load(Lines({"'1", "'2", "'3", "'4", "'5", "A [A]=1"}));
-    opc.RegVarAlt("A", "2", 0);
-    RecordTdaOpc reader;
-    reader.tboPrp(fic);
-    std::int16_t ok = 0;
-    opc.RegExe("", 0, ok);
-    EXPECT_EQ(ok, -platform::kErrFileAlreadyOpen);
-    reader.tboFim();
-    EXPECT_EQ(dir.read("p.par"), Lines({"'1", "'2", "'3", "'4", "'5", "A [A]=1"}));
-    EXPECT_EQ(FilesIn(dir), 1u);
+// The ways RegExe ends a write on a real folder: the target gets the records whole, or keeps what
+// it held, and no replacement file is left beside it.
+TEST_F(RecordsTest, RegExeWritesTheTargetWholeOrLeavesItAsItWas) {
+    const std::string before = Lines({"'1", "'2", "'3", "'4", "'5", "A [A]=1"});
+    const std::string after = Lines({"'1", "'2", "'3", "'4", "'5", "A [A]=2"});
+    // The name of another file is taken as given, its blanks included.
+    const std::string copy = "novo/pasta/copia.par ";
+    const struct {
+        const char* what;
+        std::string target;
+        bool stale, reading;
+        std::int16_t ok;
+        std::string loaded;
+        std::size_t files;
+    } cases[] = {
+        {"in place", "", false, false, 1, after, 1},
+        {"a stale replacement file is replaced", "", true, false, 1, after, 1},
+        {"another file, its folders made", dir.file(copy), false, false, 1, before, 2},
+        {"a file open for reading is refused", "", false, true, -platform::kErrFileAlreadyOpen,
+         before, 1},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        std::filesystem::remove_all(dir.file("novo"));
+        const std::string fic = Load(before);
+        if (c.stale) dir.write("p.par.grv~", "restos");
+        opc.RegVarAlt("A", "2", 0);
+        RecordTdaOpc reader;
+        if (c.reading) reader.tboPrp(fic);
+        std::int16_t ok = 0;
+        opc.RegExe(c.target, 0, ok);
+        reader.tboFim();
+        EXPECT_EQ(ok, c.ok);
+        EXPECT_EQ(dir.read("p.par"), c.loaded);
+        if (!c.target.empty()) {
+            EXPECT_EQ(dir.read(copy), after);
+        }
+        EXPECT_EQ(FilesIn(dir), c.files);
+    }
 }
 
 TEST_F(RecordsTest, RegExeMakesNothingUnderDev) {
