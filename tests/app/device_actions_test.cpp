@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <initializer_list>
 #include <iterator>
 
 #include "tests/app/program_fixture.h"
@@ -28,27 +27,28 @@ std::string Bytes(std::initializer_list<int> codes) {
 struct WriteLog {
     WriteLog() {
         SetChannelWriteObserver(
-            [this](const CanReg&, std::string_view bytes) { writes.emplace_back(bytes); });
+            [this](const CanReg&, std::string_view b) { writes.emplace_back(b); });
     }
     ~WriteLog() { SetChannelWriteObserver({}); }
-    WriteLog(const WriteLog&) = delete;
-    WriteLog& operator=(const WriteLog&) = delete;
     Strings writes;
 };
 
 const std::string kSerialRow = "S\xE9rie [SER]=COM1,9600,n,8,1";
 const std::string kCycle = "chr$(27)+\"p\"+chr$([MO])+chr$([P1])+chr$([P2])";
+const std::string kModes = "#GAV G - Modos [CnvChr=0]";
 
 class DeviceActionTest : public ProgramTest {
   protected:
     // Starts on these zones with serial port 1 on the pseudo-terminal.
     void StartOnPty(const Strings& lines) { Start(lines, {"-COM1", pty.slavePath()}); }
-    // The connection port on the pseudo-terminal and drawer mode 1 the command of the cycle.
-    void StartCycleOnPty() {
-        StartOnPty({"#LIG P", kSerialRow, "##", "#GAV G - Modos [CnvChr=0]",
-                    "Ciclo [CIC]=" + kCycle, "##"});
+    // Drawer modes, one per command, on a connection port.
+    void StartWithModes(const std::string& port, const Strings& commands) {
+        Strings lines = {"#LIG P", port, "##", kModes};
+        for (const std::string& c : commands)
+            lines.push_back("Modo [M]=" + c);
+        lines.push_back("##");
+        StartOnPty(lines);
         Gb().ligIdx = 1;
-        Gb().gavIdx = 1;
     }
     PtyPair pty;
 };
@@ -56,21 +56,14 @@ class DeviceActionTest : public ProgramTest {
 TEST_F(DeviceActionTest, ConnectionTestSendsTheLineAndAFilePortAddsItsOwnLineEnd) {
     StartOnPty({"#LIG P", kSerialRow, "Ficheiro [FIC]=" + dir.file("lig.txt"), "##"});
     const std::string text = "Teste de liga\xE7\xE3o";
-    ASSERT_EQ(text.size(), 16U);
     const struct {
         std::int16_t row;
         std::string text, received;
-    } cases[] = {
-        {1, text, text + "\r\n"},
-        {1, "", "\r\n"},
-        {2, text, text + "\r\n\r\n"},
-        {2, "", "\r\n\r\n"},
-    };
+    } cases[] = {{1, text, text + "\r\n"}, {1, "", "\r\n"}, {2, text, text + "\r\n\r\n"}};
     for (const auto& c : cases) {
-        SCOPED_TRACE(c.row);
         Gb().ligIdx = c.row;
         SendConnectionTest(c.text);
-        EXPECT_EQ(c.row == 1 ? pty.readAvailable() : dir.read("lig.txt"), c.received);
+        EXPECT_EQ(c.row == 1 ? pty.readAvailable() : dir.read("lig.txt"), c.received) << c.row;
     }
     EXPECT_TRUE(boxes.boxes().empty());
 }
@@ -82,129 +75,100 @@ TEST_F(DeviceActionTest, DrawerCommandsLosePlusSignsAndQuotesAndAreDecodedAtSend
         {"chr$(27)+\"p\"+chr$(0)+chr$(25)+chr$(250)", Bytes({27, 112, 0, 25, 250})},
         {"chr$(27,112,0,25,250)", Bytes({27, 112, 0, 25, 250})},
         {"\"A\"+chr$(13,10)", "A\r\n"},
-        // Only the cycle fills placeholders in.
-        {"\"p\"+[MO]", "p[MO]"},
+        {"\"p\"+[MO]", "p[MO]"},  // only the cycle fills placeholders in
         // A quote can never be sent; a decoded "+" is no separator any more.
         {"chr$(65,34,66)", "AB"},
         {"chr$(65,43,66)", "A+B"},
     };
-    Strings lines = {"#LIG P", kSerialRow, "##", "#GAV G - Modos [CnvChr=0]"};
+    Strings commands;
     for (const auto& c : cases)
-        lines.push_back("Modo [M]=" + c.command);
-    lines.push_back("##");
-    StartOnPty(lines);
-    Gb().ligIdx = 1;
+        commands.push_back(c.command);
+    StartWithModes(kSerialRow, commands);
     for (std::size_t i = 0; i < std::size(cases); ++i) {
-        SCOPED_TRACE(cases[i].command);
         Gb().gavIdx = static_cast<std::int16_t>(i + 1);
         SendDrawerCommand();
-        EXPECT_EQ(pty.readAvailable(), cases[i].sent);
+        EXPECT_EQ(pty.readAvailable(), cases[i].sent) << cases[i].command;
     }
     EXPECT_TRUE(boxes.boxes().empty());
 }
 
+// The cycle runs P1 outside, P2 inside it and MO innermost; the row shows each command while it is
+// sent, gets its own back at the end, and a stop leaves only whole sends.
 TEST_F(DeviceActionTest, TheCycleSweepsP1P2AndMoThroughTheCommandAndRestoresTheRow) {
-    StartCycleOnPty();
-    Strings shown;
-    const CycleHooks hooks{[&](const std::string& t) {
-                               shown.push_back(t);
-                               EXPECT_EQ(Gb().gavTab[1].vtx, t);
-                           },
-                           nullptr, SendDrawerCommand};
-    EXPECT_EQ(RunDrawerCycle(1, hooks), 338);
-
+    StartWithModes(kSerialRow, {kCycle});
+    Gb().gavIdx = 1;
     std::string sent;
     for (int p1 = 10; p1 <= 250; p1 += 20)
         for (int p2 = 10; p2 <= 250; p2 += 20)
             for (int mo = 0; mo <= 1; ++mo)
                 sent += Bytes({27, 112, mo, p1, p2});
-    const std::string got = pty.readExactly(sent.size());
-    ASSERT_EQ(got.size(), sent.size());
-    EXPECT_EQ(got.substr(0, 10), Bytes({27, 112, 0, 10, 10, 27, 112, 1, 10, 10}));
-    EXPECT_EQ(got.substr(got.size() - 5), Bytes({27, 112, 1, 250, 250}));
-    EXPECT_TRUE(got == sent);
-    ASSERT_EQ(shown.size(), 338U);
+    Strings shown;
+    const auto show = [&](const std::string& t) {
+        shown.push_back(t);
+        EXPECT_EQ(Gb().gavTab[1].vtx, t);
+    };
+    EXPECT_EQ(RunDrawerCycle(1, {show, nullptr, SendDrawerCommand}), 338);
+    EXPECT_TRUE(pty.readExactly(sent.size()) == sent);
     EXPECT_EQ(shown.back(), "chr$(27)+\"p\"+chr$(1)+chr$(250)+chr$(250)");
     EXPECT_EQ(Gb().gavTab[1].vtx, kCycle);
-    EXPECT_TRUE(boxes.boxes().empty());
-}
-
-TEST_F(DeviceActionTest, AStoppedCycleMakesOnlyWholeSendsAndRestoresTheRow) {
-    StartCycleOnPty();
     for (const int n : {0, 3}) {
-        SCOPED_TRACE(n);
         int asked = 0;
-        const CycleHooks hooks{nullptr, [&] { return asked++ == n; }, SendDrawerCommand};
-        EXPECT_EQ(RunDrawerCycle(1, hooks), n);
-        const std::string first3 =
-            Bytes({27, 112, 0, 10, 10, 27, 112, 1, 10, 10, 27, 112, 0, 10, 30});
-        EXPECT_EQ(pty.readAvailable(), first3.substr(0, static_cast<std::size_t>(5 * n)));
+        EXPECT_EQ(RunDrawerCycle(1, {nullptr, [&] { return asked++ == n; }, SendDrawerCommand}), n);
+        EXPECT_EQ(pty.readAvailable(), sent.substr(0, static_cast<std::size_t>(5 * n)));
         EXPECT_EQ(Gb().gavTab[1].vtx, kCycle);
     }
+    EXPECT_TRUE(boxes.boxes().empty());
 }
 
 TEST_F(DeviceActionTest, TheCycleFillsOnlyTheLeadingPlaceholders) {
     const struct {
         std::string command, first, second, last;
     } cases[] = {
-        {"\"p\"+[MO]", "p0", "p1", "p1"},
+        {"\"p\"+[MO]", "\"p\"+0", "\"p\"+1", "\"p\"+1"},
         {"[P1]-[P2]-[MO]", "10-10-0", "10-10-1", "250-250-1"},
-        {"\"p\"+[mo]+[MO]", "p[mo][MO]", "p[mo][MO]", "p[mo][MO]"},
+        {"[mo]+[MO]", "[mo]+[MO]", "[mo]+[MO]", "[mo]+[MO]"},
         {"[X][P1]", "[X][P1]", "[X][P1]", "[X][P1]"},
-        {"chr$(27,112,0,25,250)", Bytes({27, 112, 0, 25, 250}), Bytes({27, 112, 0, 25, 250}),
-         Bytes({27, 112, 0, 25, 250})},
     };
-    Strings lines = {"#LIG P", "Impress\xE3o [FIC]=" + dir.file("gav.txt"), "##",
-                     "#GAV G - Modos [CnvChr=0]"};
+    Strings commands;
     for (const auto& c : cases)
-        lines.push_back("Modo [M]=" + c.command);
-    lines.push_back("##");
-    Start(lines);
-    Gb().ligIdx = 1;
+        commands.push_back(c.command);
+    StartWithModes(kSerialRow, commands);
     for (std::size_t i = 0; i < std::size(cases); ++i) {
-        SCOPED_TRACE(cases[i].command);
+        Strings shown;
         const auto row = static_cast<std::int16_t>(i + 1);
-        Gb().gavIdx = row;
-        WriteLog log;
-        EXPECT_EQ(RunDrawerCycle(row, {nullptr, nullptr, SendDrawerCommand}), 338);
-        ASSERT_EQ(log.writes.size(), 338U);
-        EXPECT_EQ(log.writes[0], cases[i].first);
-        EXPECT_EQ(log.writes[1], cases[i].second);
-        EXPECT_EQ(log.writes[337], cases[i].last);
-        // A file port is created anew by every send.
-        EXPECT_EQ(dir.read("gav.txt"), cases[i].last);
-        EXPECT_EQ(Gb().gavTab[i + 1].vtx, cases[i].command);
+        RunDrawerCycle(row, {[&](const std::string& t) { shown.push_back(t); }, nullptr, nullptr});
+        ASSERT_EQ(shown.size(), 338U);
+        EXPECT_EQ(Strings({shown[0], shown[1], shown[337]}),
+                  Strings({cases[i].first, cases[i].second, cases[i].last}));
     }
-    EXPECT_TRUE(boxes.boxes().empty());
 }
 
 TEST_F(DeviceActionTest, DisplayActionsSendExactlyTheirTextToTheSelectedDisplayPort) {
     StartOnPty({"#DIS_OPC D", "Display [SER]=COM1,9600,n,8,1",
                 "Impress\xE3o [FIC]=" + dir.file("A,B.TXT"), "Dez [SER]=COM10,9600,n,8,1", "##",
                 "#DIS_CMD C", "Limpar [CLR]=chr$(12)", "##"});
-    EXPECT_EQ(DisplayCommand(1), "\x0C");
     EXPECT_EQ(DisplayCommand(2), "");
     const struct {
         std::int16_t row;
         std::string text, file;  // no file: the pseudo-terminal on port 1
     } cases[] = {
         {1, DisplayCommand(1), ""},
-        {1, "Texto para display", ""},
-        // COM10 is port 1: only the last character counts.
-        {3, "Texto para display", ""},
+        {3, "Texto para display", ""},  // COM10 is port 1: only the last character counts
         // The whole value is the file name, commas included, and each action creates it anew.
         {2, "Texto para display", "A,B.TXT"},
         {2, "x", "A,B.TXT"},
     };
+    EXPECT_EQ(cases[0].text, "\x0C");
     for (const auto& c : cases) {
-        SCOPED_TRACE(c.text);
         Gb().disIdx = c.row;
         SendDisplayText(c.text);
-        EXPECT_EQ(c.file.empty() ? pty.readAvailable() : dir.read(c.file), c.text);
+        EXPECT_EQ(c.file.empty() ? pty.readAvailable() : dir.read(c.file), c.text) << c.row;
     }
     EXPECT_TRUE(boxes.boxes().empty());
 }
 
+// Each stage of open, write, close reports its own failure and the next one still runs, in a
+// single action and at every send of a cycle.
 TEST_F(DeviceActionTest, AFailingPortShowsABoxForEveryStageAndTheSequenceGoesOn) {
     const std::string com1 = "Erro no ficheiro: COM1";
     const std::string notOpen = "|Erro:Port 1 is not open";
@@ -241,7 +205,6 @@ TEST_F(DeviceActionTest, AFailingPortShowsABoxForEveryStageAndTheSequenceGoesOn)
         Gb().gavIdx = 1;
         SendDrawerCommand();
         EXPECT_EQ(boxes.boxes(), c.boxes);
-
         boxes.clear();
         EXPECT_EQ(RunDrawerCycle(1, {nullptr, nullptr, SendDrawerCommand}), 338);
         std::vector<RecordedBox> every;
@@ -252,16 +215,14 @@ TEST_F(DeviceActionTest, AFailingPortShowsABoxForEveryStageAndTheSequenceGoesOn)
     EXPECT_EQ(pty.readAvailable(), "");
 }
 
-TEST_F(DeviceActionTest, ActionsWithoutAConfiguredPortDoNothing) {
-    const std::vector<Strings> files = {
-        // Port zones missing: their tables were never built.
-        {"#GAV G", "Modo [M]=\"A\"", "##", "#DIS_CMD C", "Limpar [CLR]=chr$(12)", "##"},
-        // Port zones without lines: only the empty row 0.
-        {"#LIG P", "##", "#GAV G", "Modo [M]=\"A\"", "##", "#DIS_OPC D", "##", "#DIS_CMD C",
-         "Limpar [CLR]=chr$(12)", "##"},
-    };
-    for (const Strings& lines : files) {
-        SCOPED_TRACE(lines[0]);
+// Port zones missing (tables never built) or without lines (only the empty row 0): nothing is
+// prepared, opened or written. With ports but no modes or commands, the empty row 0 is sent.
+TEST_F(DeviceActionTest, WithoutAPortNothingHappensAndWithoutAModeNothingIsWritten) {
+    const Strings cmd = {"#GAV G",     "Modo [M]=\"A\"",        "##",
+                         "#DIS_CMD C", "Limpar [CLR]=chr$(12)", "##"};
+    Strings empty = {"#LIG P", "##", "#DIS_OPC D", "##"};
+    empty.insert(empty.end(), cmd.begin(), cmd.end());
+    for (const Strings& lines : {cmd, empty}) {
         Reset();
         Start(lines);
         Gb().gavIdx = 1;
@@ -277,24 +238,18 @@ TEST_F(DeviceActionTest, ActionsWithoutAConfiguredPortDoNothing) {
                                            std::filesystem::directory_iterator());
         EXPECT_EQ(entries, 1) << "only Lumbra.par";
     }
-}
-
-TEST_F(DeviceActionTest, WithoutModesOrCommandsTheEmptyRow0IsSent) {
+    Reset();
     Start({"#LIG P", "Gaveta [FIC]=" + dir.file("gav.txt"), "##", "#DIS_OPC D",
            "Display [FIC]=" + dir.file("dis.txt"), "##"});
     dir.write("gav.txt", "antes");
-    dir.write("dis.txt", "antes");
-    Gb().ligIdx = 1;
-    Gb().disIdx = 1;
+    Gb().ligIdx = Gb().disIdx = 1;
     WriteLog log;
     SendDrawerCommand();
     SendDisplayText(DisplayCommand(0));
     EXPECT_EQ(RunDrawerCycle(0, {nullptr, nullptr, SendDrawerCommand}), 338);
     // Each port was opened for output, so emptied, and written with nothing.
-    EXPECT_TRUE(dir.exists("gav.txt") && dir.read("gav.txt").empty());
-    EXPECT_TRUE(dir.exists("dis.txt") && dir.read("dis.txt").empty());
+    EXPECT_TRUE(dir.exists("dis.txt") && dir.read("gav.txt").empty());
     EXPECT_EQ(log.writes, Strings(340, ""));
-    EXPECT_TRUE(boxes.boxes().empty());
 }
 
 }  // namespace

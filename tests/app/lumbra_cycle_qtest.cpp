@@ -1,5 +1,5 @@
-// The drawer cycle pressed in the real window: 338 sends to a pseudo-terminal, stopped by its own
-// button, by closing the window, by a stop signal, or from the boxes a missing device raises.
+// The drawer cycle pressed in the real window: run to its end, stopped by its own button, by
+// closing the window, by a stop signal, or from the boxes a missing device raises.
 
 #include <QAction>
 #include <QApplication>
@@ -7,11 +7,8 @@
 #include <QPushButton>
 #include <QScopeGuard>
 #include <QSignalSpy>
-#include <QTest>
 #include <QTimer>
-#include <chrono>
 #include <csignal>
-#include <functional>
 #include <thread>
 
 #include "platform/qt_msg_box.h"
@@ -23,71 +20,42 @@
 #include "tests/support/temp_dir.h"
 
 namespace lumbra {
-namespace {
-
-constexpr int kSends = 338;
-// Every send of the cycle command below is ESC p MO P1 P2.
-constexpr std::size_t kSendBytes = 5;
-
-const char* const kCycleCommand = "chr$(27)+\"p\"+chr$([MO])+chr$([P1])+chr$([P2])";
-
-// The first sends of the cycle in their order: P1 outside, P2 inside it, MO innermost.
-std::string CycleBytes(int sends) {
-    std::string out;
-    int made = 0;
-    for (int p1 = 10; p1 <= 250; p1 += 20) {
-        for (int p2 = 10; p2 <= 250; p2 += 20) {
-            for (int mo = 0; mo <= 1 && made < sends; ++mo, ++made)
-                out += {'\x1B', 'p', static_cast<char>(mo), static_cast<char>(p1),
-                        static_cast<char>(p2)};
-        }
-    }
-    return out;
-}
-
-}  // namespace
 
 class LumbraCycleTest : public QObject {
     Q_OBJECT
 
-  private:
-    enum Port { Printer = 0, Missing = 1, Terminal = 2 };
-
+    // Ports: 0 the printer's pseudo-terminal, 1 a missing device, 2 the printer's terminal as a
+    // file port, 3 a file.
     std::unique_ptr<test::TempDir> dir_;
     std::unique_ptr<test::PtyPair> printer_;
     std::unique_ptr<test::RecordingMsgSink> boxes_;
     std::unique_ptr<LumbraMnu> w_;
-    int shown_ = 0;
-    QMetaObject::Connection shownHook_;
+    QMetaObject::Connection hook_;
+    const std::string cycle_ = "chr$(27)+\"p\"+chr$([MO])+chr$([P1])+chr$([P2])";
 
-    std::string parFile(const std::string& gavZone) const {
-        return test::ParFile({"#LIG Portas", "Impressora [SER]=COM1,9600,n,8,1",
-                              "Sem dispositivo [SER]=COM3,9600,n,8,1",
-                              "Terminal [FIC]=" + printer_->slavePath(), "##",
-                              "#GAV Gaveta - Modos [CnvChr=0]", gavZone, "##"});
+    std::string parFile(const std::string& mode) const {
+        return test::ParFile(
+            {"#LIG P", "Impressora [SER]=COM1,9600,n,8,1", "Sem dispositivo [SER]=COM3,9600,n,8,1",
+             "Terminal [FIC]=" + printer_->slavePath(), "Ficheiro [FIC]=" + dir_->file("gav.txt"),
+             "##", "#GAV G - Modos [CnvChr=0]", mode, "##"});
     }
 
-    // Runs action from the window's events once the cycle shows its k-th command (1-based), that
-    // is after k - 1 sends.
+    // Runs action from the window's events once the cycle shows its k-th command, after k - 1
+    // sends.
     void whenShown(int k, std::function<void()> action) {
-        shown_ = 0;
-        shownHook_ = connect(w_->ui.txGavAbr, &QLineEdit::textChanged, w_.get(), [this, k, action] {
-            if (++shown_ == k) QTimer::singleShot(0, w_.get(), action);
+        disconnect(hook_);
+        auto shown = std::make_shared<int>(0);
+        hook_ = connect(w_->ui.txGavAbr, &QLineEdit::textChanged, w_.get(), [=, this] {
+            if (++*shown == k) QTimer::singleShot(0, w_.get(), action);
         });
     }
 
     void clickCycle() { QTest::mouseClick(w_->ui.cmAbrCic, Qt::LeftButton); }
 
-    std::string received(std::size_t count) {
-        std::string got = printer_->readExactly(count, std::chrono::seconds(10));
-        return got + printer_->readAvailable(std::chrono::milliseconds(100));
-    }
-
-    void verifyCycleIsOverAndTheRowIsItsOwn() {
-        QCOMPARE(w_->cycleRunning(), false);
+    void verifyCycleIsOver() {
         QCOMPARE(w_->ui.cmAbrCic->text(), QStringLiteral("Ciclo"));
         QVERIFY(w_->ui.mnuLerCfg->isEnabled());
-        QCOMPARE(Gb().gavTab.at(1).vtx, std::string(kCycleCommand));
+        QCOMPARE(Gb().gavTab.at(1).vtx, cycle_);
     }
 
   private slots:
@@ -95,7 +63,7 @@ class LumbraCycleTest : public QObject {
         dir_ = std::make_unique<test::TempDir>();
         printer_ = std::make_unique<test::PtyPair>();
         boxes_ = std::make_unique<test::RecordingMsgSink>();
-        dir_->write("Lumbra.par", parFile(std::string("Ciclo [CIC]=") + kCycleCommand));
+        dir_->write("Lumbra.par", parFile("Ciclo [CIC]=" + cycle_));
         test::SetCommandLine(dir_->file("Lumbra.par"),
                              {{1, printer_->slavePath()}, {3, dir_->file("no-such-tty")}});
         w_ = test::StartProgram();
@@ -110,77 +78,42 @@ class LumbraCycleTest : public QObject {
         dir_.reset();
     }
 
-    void theCycleSweepsAllCombinationsThenTheRowGetsItsCommandBack() {
-        test::Click(*w_, w_->ui.cmAbrCic);
-        const std::string bytes = received(kSends * kSendBytes);
-        QCOMPARE(bytes.size(), kSends * kSendBytes);
-        QCOMPARE(bytes.substr(0, 10), std::string("\x1Bp\x00\x0A\x0A\x1Bp\x01\x0A\x0A", 10));
-        QCOMPARE(bytes.substr(bytes.size() - 5), std::string("\x1Bp\x01\xFA\xFA", 5));
-        QVERIFY(bytes == CycleBytes(kSends));
-        QVERIFY(boxes_->boxes().empty());
-        verifyCycleIsOverAndTheRowIsItsOwn();
-
-        // The box keeps the last command sent; choosing the mode again shows its own.
+    // A file port is made anew at every send: it ends with the last one. The box keeps the last
+    // command sent; choosing the mode again shows the row's own.
+    void theCycleRunsToItsEndThenTheRowGetsItsCommandBack() {
+        test::Choose(*w_, w_->ui.cbLigPor, 3);
+        QString caption;
+        bool menu = true;
+        whenShown(1,
+                  [&] { caption = w_->ui.cmAbrCic->text(), menu = w_->ui.mnuLerCfg->isEnabled(); });
+        clickCycle();
+        QCOMPARE(caption, QStringLiteral("Parar"));
+        QVERIFY(!menu);
+        QCOMPARE(dir_->read("gav.txt"), std::string("\x1Bp\x01\xFA\xFA"));
+        verifyCycleIsOver();
         QCOMPARE(w_->ui.txGavAbr->text(),
                  QStringLiteral("chr$(27)+\"p\"+chr$(1)+chr$(250)+chr$(250)"));
         test::Choose(*w_, w_->ui.cbGavAbr, 0);
-        QCOMPARE(w_->ui.txGavAbr->text(), QString::fromLatin1(kCycleCommand));
+        QCOMPARE(w_->ui.txGavAbr->text(), QString::fromStdString(cycle_));
+        QVERIFY(boxes_->boxes().empty());
     }
 
-    void clickingTheButtonDuringTheCycleStopsItBeforeTheNextSend_data() {
-        QTest::addColumn<int>("k");
-        QTest::newRow("before the first send") << 1;
-        QTest::newRow("after one send") << 2;
-        QTest::newRow("before the last send") << kSends;
-    }
-
-    void clickingTheButtonDuringTheCycleStopsItBeforeTheNextSend() {
-        QFETCH(int, k);
-        QString caption;
-        whenShown(k, [this, &caption] {
-            caption = w_->ui.cmAbrCic->text();
-            // A second click is the stop: it must not start a cycle inside the running one.
+    // A second click is the stop, before the next send; a re-read asked for meanwhile is refused,
+    // also when the entry's signal comes some other way than through the disabled menu. Stopped,
+    // the button starts a new cycle.
+    void theButtonStopsTheCycleBeforeTheNextSendAndAReReadWaitsForTheEnd() {
+        whenShown(3, [this] {
+            dir_->write("Lumbra.par", parFile("Outro modo [ESC]=chr$(7)"));
+            emit w_->ui.mnuLerCfg->triggered();
             clickCycle();
         });
         clickCycle();
-        QCOMPARE(caption, QStringLiteral("Parar"));
-        QVERIFY(received(kSends * kSendBytes) == CycleBytes(k - 1));
-        verifyCycleIsOverAndTheRowIsItsOwn();
-
-        // Stopped, the button starts a whole new cycle again.
-        disconnect(shownHook_);
-        clickCycle();
-        QVERIFY(received(kSends * kSendBytes) == CycleBytes(kSends));
-    }
-
-    void closingTheWindowDuringTheCycleEndsItAndReleasesTheChannels() {
-        QSignalSpy unloading(w_.get(), &LumbraMnu::unloading);
-        whenShown(3, [this] { QTest::mouseClick(w_->ui.cmFim, Qt::LeftButton); });
-        clickCycle();
-        QCOMPARE(unloading.count(), 1);
-        QVERIFY(!w_->isVisible());
-        QVERIFY(received(kSends * kSendBytes) == CycleBytes(2));
-        QCOMPARE(CanMax(), std::int16_t{0});
-        QVERIFY(CanHostForm() == nullptr);
-        QVERIFY(boxes_->boxes().empty());
-        QCOMPARE(w_->cycleRunning(), false);
-    }
-
-    void readingTheConfigurationIsRefusedWhileTheCycleRuns() {
-        bool enabled = true;
-        whenShown(3, [this, &enabled] {
-            dir_->write("Lumbra.par", parFile("Outro modo [ESC]=chr$(7)"));
-            enabled = w_->ui.mnuLerCfg->isEnabled();
-            w_->ui.mnuLerCfg->trigger();
-            // Also when the entry's signal comes some other way than through the menu.
-            emit w_->ui.mnuLerCfg->triggered();
-        });
-        clickCycle();
-        QVERIFY(!enabled);
-        QVERIFY(received(kSends * kSendBytes) == CycleBytes(kSends));
+        QCOMPARE(printer_->readAvailable(), std::string("\x1Bp\0\n\n\x1Bp\x01\n\n", 10));
         QCOMPARE(test::Entries(w_->ui.cbGavAbr), QStringList{QStringLiteral("Ciclo")});
-        verifyCycleIsOverAndTheRowIsItsOwn();
-
+        verifyCycleIsOver();
+        whenShown(2, [this] { clickCycle(); });
+        clickCycle();
+        QCOMPARE(printer_->readAvailable(), std::string("\x1Bp\0\n\n", 5));
         w_->ui.mnuLerCfg->trigger();
         QCOMPARE(test::Entries(w_->ui.cbGavAbr), QStringList{QStringLiteral("Outro modo")});
     }
@@ -190,25 +123,25 @@ class LumbraCycleTest : public QObject {
     // stall limit; SIGTERM ends the wait itself and closes the window as "Terminar" does.
     void aSendThatWaitsForItsDeviceEndsTheCycleWhenStopped_data() {
         QTest::addColumn<QString>("how");
-        QTest::addColumn<int>("withinMs");
         QTest::addColumn<QString>("box");
-        QTest::newRow("Parar") << "Parar" << 2500 << "Device timeout: nothing taken for 1.";
-        QTest::newRow("Terminar") << "Terminar" << 2500 << "Device timeout: nothing taken for 1.";
-        QTest::newRow("SIGTERM") << "SIGTERM" << 1200 << "User interrupt occurred";
+        QTest::newRow("Parar") << "Parar"
+                               << "Device timeout: nothing taken for 1.";
+        QTest::newRow("Terminar") << "Terminar"
+                                  << "Device timeout: nothing taken for 1.";
+        QTest::newRow("SIGTERM") << "SIGTERM"
+                                 << "User interrupt occurred";
     }
 
     void aSendThatWaitsForItsDeviceEndsTheCycleWhenStopped() {
         QFETCH(QString, how);
-        QFETCH(int, withinMs);
         QFETCH(QString, box);
         platform::SetWriteStallLimit(std::chrono::milliseconds(1000));
         const auto restore = qScopeGuard([] { platform::SetWriteStallLimit({}); });
         const platform::StopSignalCatcher stopSignals;
         w_->closeOnStopSignals();
         QSignalSpy unloading(w_.get(), &LumbraMnu::unloading);
-        test::Choose(*w_, w_->ui.cbLigPor, Terminal);
+        test::Choose(*w_, w_->ui.cbLigPor, 2);
         printer_->fillUntilBlocked();
-
         std::thread signaller;
         if (how == "SIGTERM") {
             signaller = std::thread([] {
@@ -220,73 +153,43 @@ class LumbraCycleTest : public QObject {
             QTimer::singleShot(100, w_.get(),
                                [button] { QTest::mouseClick(button, Qt::LeftButton); });
         }
-        const auto start = std::chrono::steady_clock::now();
         clickCycle();
-        const auto took = std::chrono::steady_clock::now() - start;
         if (signaller.joinable()) signaller.join();
-
-        QVERIFY(took < std::chrono::milliseconds(withinMs));
         QCOMPARE(boxes_->boxes().size(), std::size_t{1});
-        QVERIFY(boxes_->boxes()[0].text.rfind("Funcao: Gravar TX|Erro:" + box.toStdString(), 0) ==
-                0);
+        QVERIFY(boxes_->boxes()[0].text.starts_with("Funcao: Gravar TX|Erro:" + box.toStdString()));
         QCOMPARE(w_->cycleRunning(), false);
         QTRY_COMPARE(unloading.count(), how == "Parar" ? 0 : 1);
+        QCOMPARE(CanMax() == 0, how != "Parar");  // the channels go with the window
     }
 
-    void aMissingDeviceIsReportedAtEverySendAndTheCycleRunsToItsEnd() {
-        test::Choose(*w_, w_->ui.cbLigPor, Missing);
-        test::Click(*w_, w_->ui.cmAbrCic);
-        int opens = 0;
-        for (const test::RecordedBox& box : boxes_->boxes()) {
-            QCOMPARE(box.title, std::string("Erro no ficheiro: COM3"));
-            if (box.text.rfind("Funcao: Abrir|Erro:", 0) == 0) ++opens;
-        }
-        QCOMPARE(opens, kSends);
-        QVERIFY(boxes_->endings().empty());
-        verifyCycleIsOverAndTheRowIsItsOwn();
-    }
-
+    // Every box a missing device raises during the cycle offers "Parar ciclo", which stops it;
+    // outside a cycle the box has OK alone.
     void everyBoxDuringTheCycleOffersItsStopAndChoosingItStopsTheCycle() {
         platform::QtMsgSink windowBoxes;
         platform::SetMsgSink(&windowBoxes);
         const auto restore = qScopeGuard([this] { platform::SetMsgSink(boxes_.get()); });
         QStringList seen;
-        bool allOfferStop = true;
-        // Answers each box the device failure raises with "Parar ciclo".
+        QList<int> buttons;
         QTimer answer;
         connect(&answer, &QTimer::timeout, [&] {
             auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
             if (box == nullptr) return;
             seen << box->text();
-            QAbstractButton* stop = nullptr;
-            for (QAbstractButton* b : box->buttons()) {
-                if (b->text() == QStringLiteral("Parar ciclo")) stop = b;
-            }
-            allOfferStop = allOfferStop && stop != nullptr;
-            (stop != nullptr ? stop : box->button(QMessageBox::Ok))->click();
+            buttons << int(box->buttons().size());
+            QAbstractButton* chosen = box->button(QMessageBox::Ok);
+            for (QAbstractButton* b : box->buttons())
+                chosen = b->text() == QStringLiteral("Parar ciclo") ? b : chosen;
+            chosen->click();
         });
         answer.start(5);
-
-        test::Choose(*w_, w_->ui.cbLigPor, Missing);
+        test::Choose(*w_, w_->ui.cbLigPor, 1);
         test::Click(*w_, w_->ui.cmAbrCic);
-        verifyCycleIsOverAndTheRowIsItsOwn();
-        QVERIFY(allOfferStop);
+        verifyCycleIsOver();
         QCOMPARE(seen.filter(QStringLiteral("Funcao: Abrir|")).size(), 1);
-
-        // Outside a cycle there is nothing to stop: the box offers OK alone.
-        seen.clear();
-        bool extraButton = false;
-        disconnect(&answer, nullptr, nullptr, nullptr);
-        connect(&answer, &QTimer::timeout, [&] {
-            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-            if (box == nullptr) return;
-            seen << box->text();
-            extraButton = extraButton || box->buttons().size() != 1;
-            box->button(QMessageBox::Ok)->click();
-        });
+        QVERIFY(!buttons.contains(1));
+        buttons.clear();
         test::Click(*w_, w_->ui.cmGavAbr);
-        QVERIFY(!seen.isEmpty());
-        QVERIFY(!extraButton);
+        QCOMPARE(buttons, QList<int>({1, 1, 1}));
     }
 };
 

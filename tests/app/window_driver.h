@@ -19,39 +19,32 @@
 #include "app/LumbraMnu.h"
 #include "channels/PgmFic.h"
 #include "platform/program.h"
-#include "tests/app/key_text.h"
 #include "tests/app/par_file.h"
 
 namespace lumbra::test {
 
-// The command line the program reads: "-FP parFile" (left out when empty), then "-COMn device".
+// The command line the program reads: "-FP parFile", then "-COMn device".
 inline void SetCommandLine(const std::string& parFile,
                            const std::vector<std::pair<int, std::string>>& ports = {}) {
-    std::vector<std::string> words;
-    if (!parFile.empty()) words.insert(words.end(), {"-FP", parFile});
+    std::vector<std::string> words{"-FP", parFile};
     for (const auto& [number, device] : ports)
         words.insert(words.end(), {"-COM" + std::to_string(number), device});
     SetCommandLine(words);
 }
 
-// Forgets what an earlier run in this process left: configuration, selections, channels.
-inline void ForgetProgramState() {
+// Forgets what an earlier run in this process left: configuration, channels, command line, folder.
+inline void ResetProgram() {
     CanFim();
     Gb() = LumbraGbState{};
-}
-
-// Also gives the command line and the program's folder back.
-inline void ResetProgram() {
-    ForgetProgramState();
     platform::OverrideProgramFolder("");
-    SetCommandLine("");
+    SetCommandLine(std::vector<std::string>{});
 }
 
-// The program's start as main does it, on the command line and folder set before: a fresh state,
-// the window, Form_Load, then shown. A parameter file that cannot be opened ends the program inside
-// Form_Load (ProgramEnded under the recording sink) and no window is shown.
+// The program's start as main does it, on the command line set before: the window, Form_Load, then
+// shown.
 inline std::unique_ptr<LumbraMnu> StartProgram() {
-    ForgetProgramState();
+    CanFim();
+    Gb() = LumbraGbState{};
     auto window = std::make_unique<LumbraMnu>();
     window->Form_Load();
     window->show();
@@ -84,12 +77,19 @@ inline void Choose(LumbraMnu& w, QComboBox* list, int position) {
     QTest::keyClick(view, Qt::Key_Return);
 }
 
-// Replaces the text of a box by typing: select all, then one key event per character.
+// Types any text, one key event per character carrying that character: QTest::keyClicks only
+// takes characters it can turn into key codes.
+inline void TypeText(QWidget* widget, const QString& text) {
+    for (QChar c : text)
+        QTest::sendKeyEvent(QTest::Click, widget, Qt::Key_unknown, QString(c), Qt::NoModifier);
+}
+
+// Replaces the text of a box by typing: select all, delete, then the text.
 inline void Retype(LumbraMnu& w, QLineEdit* box, const QString& text) {
     ShowPageOf(w, box);
     QTest::keyClick(box, Qt::Key_A, Qt::ControlModifier);
     QTest::keyClick(box, Qt::Key_Delete);
-    testing::TypeText(box, text);
+    TypeText(box, text);
 }
 
 // The display text of every entry of a list.

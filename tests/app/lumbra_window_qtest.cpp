@@ -1,0 +1,265 @@
+// The main window driven through its real controls on Qt's offscreen platform: one path per list,
+// button, box and menu entry, from the parameter file to the bytes a device or a file receives.
+
+#include <QAction>
+#include <QApplication>
+#include <QFontInfo>
+#include <QLabel>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTimer>
+#include <filesystem>
+#include <stdexcept>
+
+#include "platform/qt_busy_pointer.h"
+#include "platform/qt_msg_box.h"
+#include "tests/app/window_driver.h"
+#include "tests/support/pty_pair.h"
+#include "tests/support/recording_msg_sink.h"
+#include "tests/support/temp_dir.h"
+
+namespace lumbra {
+
+class LumbraWindowTest : public QObject {
+    Q_OBJECT
+
+  private:
+    std::unique_ptr<test::TempDir> dir_;
+    std::unique_ptr<test::PtyPair> printer_;
+    std::unique_ptr<test::PtyPair> display_;
+    std::unique_ptr<test::RecordingMsgSink> boxes_;
+    std::unique_ptr<LumbraMnu> w_;
+
+    static QStringList Utf8(const char* lines) { return QString::fromUtf8(lines).split('|'); }
+
+  private slots:
+    // Two rows of each list share a name: the position chosen, not the name, picks the row.
+    void init() {
+        dir_ = std::make_unique<test::TempDir>();
+        printer_ = std::make_unique<test::PtyPair>();
+        display_ = std::make_unique<test::PtyPair>();
+        boxes_ = std::make_unique<test::RecordingMsgSink>();
+        dir_->write(
+            "Lumbra.par",
+            test::ParFile({"#LIG Portas - Liga\xE7\xE3o", "Impress\xE3o [ser]=COM1,9600,n,8,1",
+                           "Impress\xE3o [FIC]=" + dir_->file("lig.txt"), "##",
+                           "#GAV Gaveta - Modos [CnvChr=0]",
+                           "ESC p [ESC]=chr$(27)+\"p\"+chr$(0)+chr$(25)+chr$(250)",
+                           "Texto [TXT]=\"A\"+chr$(13,10)", "##", "#DIS_OPC Display",
+                           "Display [SER]=COM2,9600,n,8,1",
+                           "Display [FIC]=" + dir_->file("dis.txt"), "##", "#DIS_CMD Comandos",
+                           "Limpar [CLR]=chr$(12)", "Cursor [HOME]=chr$(11)", "##"}));
+        test::SetCommandLine(dir_->file("Lumbra.par"),
+                             {{1, printer_->slavePath()}, {2, display_->slavePath()}});
+        w_ = test::StartProgram();
+    }
+
+    void cleanup() {
+        w_.reset();
+        test::ResetProgram();
+        boxes_.reset();
+        display_.reset();
+        printer_.reset();
+        dir_.reset();
+    }
+
+    void theStartFillsEveryListInFileOrderAndSelectsTheFirstEntries() {
+        QCOMPARE(test::Entries(w_->ui.cbLigPor), Utf8("Impressão|Impressão"));
+        QCOMPARE(test::Entries(w_->ui.cbGavAbr), Utf8("ESC p|Texto"));
+        QCOMPARE(test::Entries(w_->ui.cbDisCmd), Utf8("Limpar|Cursor"));
+        for (const QComboBox* list :
+             {w_->ui.cbLigPor, w_->ui.cbGavAbr, w_->ui.cbDisPor, w_->ui.cbDisCmd})
+            QCOMPARE(list->currentIndex(), 0);
+        QCOMPARE(w_->ui.txGavAbr->text(),
+                 QStringLiteral("chr$(27)+\"p\"+chr$(0)+chr$(25)+chr$(250)"));
+        QCOMPARE(w_->ui.txLigTst->text(), QString::fromUtf8("Teste de ligação"));
+        // The selections and the test text are taken in at the start, before any button.
+        QCOMPARE(Gb().ligIdx + Gb().gavIdx + Gb().disIdx, 3);
+        QCOMPARE(w_->ligTx, std::string("Teste de liga\xE7\xE3o"));
+        for (int i = 0; i < w_->ui.tbOpc->count(); ++i)
+            QCOMPARE(w_->ui.tbOpc->isTabVisible(i), i < 3);
+        QVERIFY(boxes_->boxes().empty());
+    }
+
+    void everyButtonSendsTheChosenRowToItsPort() {
+        // Typed text goes out in Windows-1252; the box refuses what the code page lacks.
+        test::Retype(*w_, w_->ui.txLigTst, QString::fromUtf8("Preço 5€ a→b"));
+        test::Click(*w_, w_->ui.cmLigTst);
+        QCOMPARE(printer_->readAvailable(), std::string("Pre\xE7o 5\x80 ab\r\n"));
+        test::Choose(*w_, w_->ui.cbLigPor, 1);
+        test::Click(*w_, w_->ui.cmLigTst);
+        QCOMPARE(dir_->read("lig.txt"), std::string("Pre\xE7o 5\x80 ab\r\n\r\n"));
+
+        test::Choose(*w_, w_->ui.cbLigPor, 0);
+        test::Choose(*w_, w_->ui.cbGavAbr, 1);
+        QCOMPARE(w_->ui.txGavAbr->text(), QStringLiteral("\"A\"+chr$(13,10)"));
+        test::Click(*w_, w_->ui.cmGavAbr);
+        QCOMPARE(printer_->readAvailable(), std::string("A\r\n"));
+
+        test::Choose(*w_, w_->ui.cbDisCmd, 1);
+        test::Click(*w_, w_->ui.cmDisExe);
+        QCOMPARE(display_->readAvailable(), std::string("\x0B"));
+        // Typed notation is not decoded: chr$(12) arrives as its characters.
+        test::Choose(*w_, w_->ui.cbDisPor, 1);
+        test::Retype(*w_, w_->ui.txDisTxm, QString::fromUtf8("Olá chr$(12) €"));
+        test::Click(*w_, w_->ui.cmDisTxm);
+        QCOMPARE(dir_->read("dis.txt"), std::string("Ol\xE1 chr$(12) \x80"));
+        QVERIFY(boxes_->boxes().empty());
+    }
+
+    void reReadingRefillsTheListsAndAZoneDeletedKeepsItsRows() {
+        test::Choose(*w_, w_->ui.cbGavAbr, 1);
+        dir_->write("Lumbra.par", test::ParFile({"#LIG Portas", "Nova 1 [FIC]=c", "Nova 2 [FIC]=d",
+                                                 "##", "#DIS_CMD Comandos", "##"}));
+        w_->ui.mnuLerCfg->trigger();
+        QCOMPARE(test::Entries(w_->ui.cbLigPor), Utf8("Nova 1|Nova 2"));
+        QCOMPARE(test::Entries(w_->ui.cbGavAbr), Utf8("ESC p|Texto"));
+        QCOMPARE(w_->ui.cbGavAbr->currentIndex(), 0);
+        QCOMPARE(w_->ui.txGavAbr->text(),
+                 QStringLiteral("chr$(27)+\"p\"+chr$(0)+chr$(25)+chr$(250)"));
+        QCOMPARE(w_->ui.cbDisCmd->count(), 0);
+        QCOMPARE(Gb().cfgFic, dir_->file("Lumbra.par"));
+        QVERIFY(boxes_->boxes().empty());
+    }
+
+    // Lumbra.par beside the program, in a folder whose name has blanks and shell characters: the
+    // desktop's handler gets it as one argument, and the program does not wait for the handler.
+    void theEditorStartsDetachedOnTheFileReadAsOneArgument() {
+        std::filesystem::create_directory(dir_->file("bin"));
+        dir_->write("bin/xdg-open",
+                    "#!/bin/sh\nhere=$(dirname \"$0\")/..\n"
+                    "for i in $(seq 200); do [ -e \"$here/go\" ] && break; sleep 0.05; done\n"
+                    "printf '%s\\n' \"$#\" \"$@\" > \"$here/record.part\"\n"
+                    "mv \"$here/record.part\" \"$here/record\"\n");
+        std::filesystem::permissions(dir_->file("bin/xdg-open"), std::filesystem::perms::owner_all);
+        const QByteArray path = qgetenv("PATH");
+        qputenv("PATH", QByteArray::fromStdString(dir_->file("bin")) + ":" + path);
+        // The folder as the program names it (Windows-1252) and as the system does (UTF-8).
+        const std::string folder = "Configura\xE7\xE3o POS $(touch x); a&b 'c' \"d\" *";
+        const std::string host = dir_->file("Configuração POS $(touch x); a&b 'c' \"d\" *");
+        std::filesystem::create_directory(host);
+        std::filesystem::copy_file(dir_->file("Lumbra.par"), host + "/Lumbra.par");
+        w_.reset();
+        test::ResetProgram();
+        platform::OverrideProgramFolder(dir_->path() + "/" + folder);
+        w_ = test::StartProgram();
+
+        w_->ui.mnuTbCfg->trigger();
+        qputenv("PATH", path);
+        QVERIFY(!dir_->exists("record"));
+        dir_->write("go", "");
+        QTRY_VERIFY_WITH_TIMEOUT(dir_->exists("record"), 15000);
+        QCOMPARE(dir_->read("record"), "1\n" + host + "/Lumbra.par\n");
+    }
+
+    void typingInOneBoxShowsTheConversionInTheOther_data() {
+        QTest::addColumn<bool>("decimal");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("other");
+        QTest::newRow("decimal") << true << "255"
+                                 << "FF";
+        QTest::newRow("not one number") << true << "12abc"
+                                        << "Erro";
+        QTest::newRow("hexadecimal, 16-bit") << false << "8000"
+                                             << "-32768";
+    }
+
+    void typingInOneBoxShowsTheConversionInTheOther() {
+        QFETCH(bool, decimal);
+        QFETCH(QString, typed);
+        QFETCH(QString, other);
+        QLineEdit* box = decimal ? w_->ui.txCnvDec : w_->ui.txCnvHex;
+        QSignalSpy edits(box, &QLineEdit::textChanged);
+        test::ShowPageOf(*w_, box);
+        test::TypeText(box, typed);
+        QCOMPARE((decimal ? w_->ui.txCnvHex : w_->ui.txCnvDec)->text(), other);
+        // One change per key and exactly the typed text: no conversion came back into the box.
+        QCOMPARE(box->text(), typed);
+        QCOMPARE(edits.count(), typed.size());
+    }
+
+    void closingUnloadsTheWindowOnceWhicheverWayItIsClosed_data() {
+        QTest::addColumn<int>("way");
+        QTest::newRow("button Terminar") << 0;
+        QTest::newRow("menu Terminar") << 1;
+        QTest::newRow("window frame") << 2;
+    }
+
+    void closingUnloadsTheWindowOnceWhicheverWayItIsClosed() {
+        QFETCH(int, way);
+        QSignalSpy unloading(w_.get(), &LumbraMnu::unloading);
+        if (way == 0) QTest::mouseClick(w_->ui.cmFim, Qt::LeftButton);
+        if (way == 1) w_->ui.mnuFim->trigger();
+        if (way == 2) w_->close();
+        QVERIFY(!w_->isVisible());
+        w_->close();
+        QCOMPARE(unloading.count(), 1);
+        QCOMPARE(CanMax(), std::int16_t{0});
+    }
+
+    void theMessageListShowsPlainLinesAndKeepsTheNewestInView() {
+        const Variant msgs[] = {Variant(" a "), Variant("Liga\xE7\xE3o"), Variant(std::int16_t{-7}),
+                                Variant(2.25)};
+        for (const auto& m : msgs)
+            w_->LumbraMsgJun(m);
+        w_->LumbraMsgSep(2);
+        const QStringList lines = Utf8(" a |Ligação|-7|2.25||");
+        for (int i = 0; i < lines.size(); ++i)
+            QCOMPARE(w_->ui.lbRes->item(i)->text(), lines[i]);
+        for (int i = 6; i < 40; ++i)
+            w_->LumbraMsgJun(Variant(std::int32_t{i}));
+        w_->ui.tbOpc->setTabVisible(5, true);
+        w_->ui.tbOpc->setCurrentIndex(5);
+        QCOMPARE(w_->ui.lbRes->indexAt(QPoint(1, 1)).row(), 40 - 16);
+        w_->LumbraMsgLpz();
+        QCOMPARE(w_->ui.lbRes->count(), 0);
+    }
+
+    // The window keeps its layout's size at 96 dots per inch, and a frame's bold caption does not
+    // make its controls bold.
+    void theWindowKeepsItsSizeAndBoldStaysOnCaptions() {
+        QCOMPARE(w_->centralWidget()->size(), QSize(634, 408));
+        const QWidget* controls[] = {w_->ui.spLigPor, w_->ui.txLigTst, w_->ui.txCnvDec,
+                                     w_->ui.lbRes};
+        for (const QWidget* c : controls)
+            QVERIFY2(!QFontInfo(c->font()).bold(), qPrintable(c->objectName()));
+    }
+
+    void aMessageBoxShowsItsIconAndTheTextsAsWritten() {
+        QString title;
+        QString text;
+        int icon = -1;
+        QTimer::singleShot(0, [&] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            if (box == nullptr) return;
+            icon = box->icon();
+            title = box->windowTitle();
+            // Plain text as shown: a "<" in a file name must not turn into markup.
+            text = box->textFormat() == Qt::PlainText ? box->text() : QString();
+            box->button(QMessageBox::Ok)->click();
+        });
+        platform::QtMsgSink().show("Erro no ficheiro: Liga\xE7\xE3o", "<b>N\xE3o</b>",
+                                   platform::MsgIcon::Exclamation);
+        QCOMPARE(icon, int(QMessageBox::Warning));
+        QCOMPARE(title, QString::fromUtf8("Erro no ficheiro: Ligação"));
+        QCOMPARE(text, QString::fromUtf8("<b>Não</b>"));
+    }
+
+    void theBusyPointerStaysUntilTheOutermostScopeEndsEvenByAnException() {
+        try {
+            platform::BusyPointer outer;
+            { platform::BusyPointer inner; }
+            QCOMPARE(QGuiApplication::overrideCursor()->shape(), Qt::WaitCursor);
+            throw std::runtime_error("device gone");
+        } catch (const std::runtime_error&) {
+        }
+        QVERIFY(QGuiApplication::overrideCursor() == nullptr);
+    }
+};
+
+}  // namespace lumbra
+
+QTEST_MAIN(lumbra::LumbraWindowTest)
+#include "lumbra_window_qtest.moc"
