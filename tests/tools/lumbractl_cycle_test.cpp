@@ -36,17 +36,6 @@ TEST_F(LumbractlCycle, CycleSendsAll338CommandsInTheWindowsOrder) {
     EXPECT_EQ(run.out.substr(0, 21), "COM1: 1B 70 00 0A 0A\n");
 }
 
-TEST_F(LumbractlCycle, CycleWithoutPlaceholdersSendsTheSameCommand338Times) {
-    PtyDrain drain(com1.master());
-    const ToolRun run = RunTool(Args({"ciclo", "--modo", "2"}));
-    const std::string got = drain.finish(5 * kSends);
-    EXPECT_EQ(run.status, 0) << run.err;
-    std::string expected;
-    for (int i = 0; i < kSends; ++i)
-        expected += "\x1Bp\x01\x19\xFA";
-    EXPECT_EQ(got, expected);
-}
-
 // Ctrl+C, SIGTERM and SIGHUP: the send under way completes, the port closes (its lock goes with
 // it) and the tool ends with 128 + the signal.
 class LumbractlStopSignal : public LumbractlFixture, public ::testing::WithParamInterface<int> {};

@@ -122,12 +122,6 @@ TEST(LumbractlListar, ListsTheSampleRowsZoneByZoneInUtf8) {
               "chr$(12)Bem-vindo!chr$(13)chr$(10)Obrigado pela visita\n");
 }
 
-TEST(LumbractlListar, EverySampleRowPastedBackReadsTheSame) {
-    const ToolRun run = RunTool({"-FP", kExample, "listar"});
-    ASSERT_EQ(run.status, 0) << run.err;
-    ExpectEveryLineReadsBack(kExample, run.out);
-}
-
 TEST(LumbractlListar, AwkwardValuesAreWrittenSoThatTheyReadBack) {
     const TempDir dir;
     dir.write("Estranho.par", ParHeader() +

@@ -40,31 +40,19 @@ const std::string kLigTst = "Teste de liga\xE7\xE3o";
 // clang-format off
 const SendCase kSends[] = {
     {"test line with the preset text and CR LF", {"teste"}, Port::Com1, kLigTst + "\r\n"},
-    {"test text arrives in Windows-1252", {"teste", "--texto", "Ol\xC3\xA1 \xE2\x82\xAC"},
-     Port::Com1, "Ol\xE1 \x80\r\n"},
-    {"empty test text sends CR LF only", {"teste", "--texto", ""}, Port::Com1, "\r\n"},
-    {"port chosen by name", {"teste", "--porta", "Impressora 2"}, Port::Com2, kLigTst + "\r\n"},
-    {"port chosen by number", {"teste", "--porta", "4"}, Port::Com2, kLigTst + "\r\n"},
-    {"file port adds its own line end", {"teste", "--porta", "2"}, Port::OutFile,
+    {"test text in Windows-1252 to a port chosen by name",
+     {"teste", "--porta", "Impressora 2", "--texto", "Ol\xC3\xA1 \xE2\x82\xAC"}, Port::Com2,
+     "Ol\xE1 \x80\r\n"},
+    {"file port by number adds its own line end", {"teste", "--porta", "2"}, Port::OutFile,
      kLigTst + "\r\n\r\n"},
-    {"drawer command prepared as the window does", {"abrir"}, Port::Com1,
-     std::string("\x1Bp\0\x19\xFA", 5)},
-    {"drawer mode by name", {"abrir", "--modo", "Pino 5"}, Port::Com1, "\x1Bp\x01\x19\xFA"},
-    {"empty drawer command writes nothing", {"abrir", "--modo", "Vazio"}, Port::Com1, ""},
-    {"display command as the engine stored it", {"executar"}, Port::Com2, "\x0C"},
-    {"display command by name", {"executar", "--comando", "Sauda\xC3\xA7\xC3\xA3o"},
-     Port::Com2, "\x0COl\xE1!\r\n"},
-    {"display text preset, nothing added", {"mostrar"}, Port::Com2, "Texto para display"},
-    {"display text is not decoded", {"mostrar", "--texto", "chr$(12)"}, Port::Com2, "chr$(12)"},
-    {"display text to a file port", {"mostrar", "--display", "2", "--texto", "x"},
-     Port::DisplayFile, "x"},
-    {"texts that look like the engine's switches stay texts",
-     {"teste", "--texto", "-FP /nada -COM1 /dev/null"}, Port::Com1,
-     "-FP /nada -COM1 /dev/null\r\n"},
+    {"drawer mode by name, prepared as the window does", {"abrir", "--modo", "Pino 5"},
+     Port::Com1, "\x1Bp\x01\x19\xFA"},
+    {"display command by name as the engine stored it",
+     {"executar", "--comando", "Sauda\xC3\xA7\xC3\xA3o"}, Port::Com2, "\x0COl\xE1!\r\n"},
+    {"display text to a file port, not decoded", {"mostrar", "--display", "2", "--texto", "chr$(12)"},
+     Port::DisplayFile, "chr$(12)"},
 };
 // clang-format on
-
-class LumbractlSendOther : public LumbractlFixture {};
 
 class LumbractlSend : public LumbractlFixture, public ::testing::WithParamInterface<SendCase> {};
 
@@ -107,14 +95,6 @@ TEST_P(LumbractlSend, SendsExactlyTheWindowsBytesAndReportsThem) {
 INSTANTIATE_TEST_SUITE_P(Commands, LumbractlSend, ::testing::ValuesIn(kSends),
                          [](const auto& p) { return "Case" + std::to_string(p.index); });
 
-TEST_F(LumbractlSendOther, WithoutBytesNothingGoesToStandardOutput) {
-    PtyDrain drain(com1.master());
-    const ToolRun run = RunTool(Args({"abrir"}));
-    EXPECT_EQ(drain.finish(5).size(), 5u);
-    EXPECT_EQ(run.status, 0);
-    EXPECT_EQ(run.out, "");
-}
-
 // What goes before a failure case's own arguments.
 enum class Given { FileAndPorts, FileOnly, Nothing };
 
@@ -136,44 +116,25 @@ const std::string kUsageLine =
 
 // clang-format off
 const FailureCase kFailures[] = {
+    // Each stage of the channel reports its box as a title line and a text line.
     {"missing serial device", Given::FileOnly, {"-COM1", "/nada/tty", "abrir"}, 1,
-     "Erro no ficheiro: COM1\nFuncao: Abrir|Erro:Port 1 (/nada/tty) does not exist\n"},
+     "Erro no ficheiro: COM1\nFuncao: Abrir|Erro:Port 1 (/nada/tty) does not exist\n"
+     "Erro no ficheiro: COM1\nFuncao: Escrever|Erro:Port 1 is not open\n"
+     "Erro no ficheiro: COM1\nFuncao: Fechar|Erro:Port 1 is not open\n"},
     {"missing serial device in a cycle", Given::FileOnly, {"-COM1", "/nada/tty", "ciclo"}, 1,
      "Erro no ficheiro: COM1\nFuncao: Abrir|Erro:Port 1 (/nada/tty) does not exist\n"},
-    {"file port in a missing folder", Given::FileAndPorts, {"teste", "--porta", "Sem pasta"}, 1,
-     "Erro no ficheiro: "},
     {"row number beyond the zone", Given::FileAndPorts, {"teste", "--porta", "9"}, 2,
      "lumbractl: a zona LIG n\xC3\xA3o tem a linha \"9\" (--porta)\n" + kUsageLine},
-    {"row name not in the zone", Given::FileAndPorts, {"executar", "--comando", "Nada"}, 2,
-     "lumbractl: a zona DIS_CMD n\xC3\xA3o tem a linha \"Nada\" (--comando)\n" + kUsageLine},
-    {"row name differs in case", Given::FileAndPorts, {"abrir", "--modo", "pino 5"}, 2,
-     "lumbractl: a zona GAV"},
     {"unknown option", Given::FileAndPorts, {"teste", "--nada", "1"}, 2,
      "lumbractl: op\xC3\xA7\xC3\xA3o desconhecida: \"--nada\"\n" + kUsageLine},
-    {"option of another command", Given::FileAndPorts, {"abrir", "--texto", "x"}, 2,
-     "lumbractl: a op\xC3\xA7\xC3\xA3o --texto n\xC3\xA3o serve ao comando abrir\n"},
-    {"unknown command", Given::FileAndPorts, {"fechar"}, 2,
-     "lumbractl: comando desconhecido: \"fechar\"\n"},
-    {"no command", Given::FileAndPorts, {}, 2, "lumbractl: falta o comando\n" + kUsageLine},
-    {"option without its value", Given::FileAndPorts, {"teste", "--texto"}, 2,
-     "lumbractl: falta o valor de --texto\n"},
     {"text Windows-1252 cannot hold", Given::FileAndPorts,
-     {"teste", "--texto", "seta \xE2\x86\x92"}, 2,
-     "lumbractl: o valor de --texto tem caracteres que o Windows-1252 n\xC3\xA3o tem: U+2192\n"},
-    {"text that is not UTF-8", Given::FileAndPorts, {"mostrar", "--texto", "\xFF"}, 2,
-     "lumbractl: o valor de --texto"},
-    {"--bytes where nothing is sent", Given::FileAndPorts, {"listar", "--bytes"}, 2,
-     "lumbractl: a op\xC3\xA7\xC3\xA3o"},
+     {"teste", "--texto", "seta \xE2\x86\x92 \xCE\xA9"}, 2,
+     "lumbractl: o valor de --texto tem caracteres que o Windows-1252 n\xC3\xA3o tem: U+2192 U+03A9\n"},
+    {"no parameter file beside the program", Given::Nothing, {"listar"}, 3,
+     "Erro a abrir ficheiro\nErro : 52   Bad file name or number\nFicheiro :   ()\n"},
     {"missing parameter file", Given::Nothing, {"-FP", "/nada/Lumbra.par", "teste"}, 3,
      "Erro a abrir ficheiro\nErro : 52   Bad file name or number\nFicheiro :   ()\n"
      "lumbractl: ficheiro de par\xC3\xA2metros: /nada/Lumbra.par: n\xC3\xA3o existe\n"},
-    {"device as parameter file", Given::Nothing, {"-FP", "/dev/zero", "listar"}, 3,
-     "Erro a abrir ficheiro\nErro : 52   Bad file name or number\nFicheiro :   ()\n"
-     "lumbractl: ficheiro de par\xC3\xA2metros: /dev/zero: \xC3\xA9 um dispositivo, n\xC3\xA3o um "
-     "ficheiro\n"},
-    {"parameter file path with blanks", Given::Nothing, {"-FP", "/tmp/a b.par", "listar"}, 2,
-     "lumbractl: o caminho de -FP \"/tmp/a b.par\" tem espa\xC3\xA7os: a linha de comandos do "
-     "motor parte-o nos espa\xC3\xA7os e leria outro ficheiro\n" + kUsageLine},
 };
 // clang-format on
 
@@ -198,29 +159,6 @@ TEST_P(LumbractlFailure, EndsWithItsStatusAndSaysWhyOnStandardError) {
 
 INSTANTIATE_TEST_SUITE_P(Failures, LumbractlFailure, ::testing::ValuesIn(kFailures),
                          [](const auto& p) { return "Case" + std::to_string(p.index); });
-
-TEST_F(LumbractlSendOther, EngineSwitchesMayFollowTheCommand) {
-    PtyDrain drain(com1.master());
-    const ToolRun run =
-        RunTool({"-FP", par, "teste", "--porta", "Impressora 2", "-com2", com1.slavePath()});
-    EXPECT_EQ(run.status, 0) << run.err;
-    EXPECT_EQ(drain.finish(18), kLigTst + "\r\n");
-}
-
-TEST_F(LumbractlSendOther, ChannelFailureShowsEachBoxAsTitleAndTextLines) {
-    const ToolRun missing = RunTool({"-FP", par, "-COM1", "/nada/tty", "abrir"});
-    EXPECT_EQ(missing.status, 1);
-    EXPECT_EQ(missing.err,
-              "Erro no ficheiro: COM1\nFuncao: Abrir|Erro:Port 1 (/nada/tty) does not exist\n"
-              "Erro no ficheiro: COM1\nFuncao: Escrever|Erro:Port 1 is not open\n"
-              "Erro no ficheiro: COM1\nFuncao: Fechar|Erro:Port 1 is not open\n");
-}
-
-TEST(LumbractlStart, WithoutFpReadsLumbraParBesideTheProgramAndEndsWith3WhenThereIsNone) {
-    const ToolRun run = RunTool({"listar"});
-    EXPECT_EQ(run.status, 3);
-    EXPECT_EQ(run.err.rfind("Erro a abrir ficheiro\n", 0), 0u) << run.err;
-}
 
 }  // namespace
 }  // namespace lumbra::test

@@ -84,20 +84,5 @@ TEST_F(SimularTest, AbrirExecutarAndAMismatchShowWhatTheDevicesDid) {
     EXPECT_EQ(LinesUntil(expected[3]), (std::vector<std::string>{expected[2], expected[3]}));
 }
 
-TEST_F(SimularTest, TheDrawerCycleReachesItInOrderAcrossItsOpensAndCloses) {
-    const ToolRun cycle = Send({"ciclo", "--modo", "Ciclo"});
-    EXPECT_EQ(cycle.status, 0) << cycle.err;
-    std::vector<std::string> expected;
-    for (int i = 0; i < 338; ++i) {
-        const std::string send = CycleSend(i);
-        expected.push_back(
-            R"({"device":"printer","event":"drawer","pin":)" +
-            std::string(send[2] == 0 ? "2" : "5") +
-            ",\"on_ms\":" + std::to_string(2 * static_cast<unsigned char>(send[3])) +
-            ",\"off_ms\":" + std::to_string(2 * static_cast<unsigned char>(send[4])) + "}");
-    }
-    EXPECT_EQ(LinesUntil(expected.back()), expected);
-}
-
 }  // namespace
 }  // namespace lumbra::test

@@ -178,8 +178,10 @@ TEST(LumbractlParameterFile, CountsOverlongLinesAndTellsUtf8FromWindows1252) {
         bool utf8;
     } cases[] = {
         {"Sauda\xE7\xE3o\r\n" + bound + "\r\n" + bound + "b\n" + bound + "bb", 2, false},
-        {"Sauda\xC3\xA7\xC3\xA3o \xE2\x82\xAC\r\n", 0, true},
-        {"s\xC3\xB3 at\xE9", 0, false},  // one sequence whole, one broken: not UTF-8
+        // Two-, three- and four-byte sequences, each followed by more text.
+        {"Sauda\xC3\xA7\xC3\xA3o \xE2\x82\xAC \xF0\x9F\x98\x80 fim\r\n", 0, true},
+        {"\x80 e \xF5\x80\x80\x80", 0, false},  // bytes that start no sequence
+        {"s\xC3\xB3 at\xE9", 0, false},         // one sequence whole, one broken: not UTF-8
         {"ASCII [A]=1\r\n", 0, false},
         {"\xC3", 0, false},  // a sequence cut by the end of the file
     };

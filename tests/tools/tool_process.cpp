@@ -153,10 +153,12 @@ std::string PtyDrain::finish(std::size_t count) {
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(2);
     while (bytes().size() < count && std::chrono::steady_clock::now() < deadline)
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
-    // Whatever else is still on its way.
-    std::this_thread::sleep_for(std::chrono::milliseconds(50));
     stop_ = true;
     if (thread_.joinable()) thread_.join();
+    // What the tool wrote before it ended is already at the master side: take it without waiting.
+    std::array<char, 4096> chunk{};
+    for (ssize_t n = 0; (n = ::read(master_, chunk.data(), chunk.size())) > 0;)
+        bytes_.append(chunk.data(), static_cast<std::size_t>(n));
     return bytes();
 }
 
