@@ -23,6 +23,9 @@ endif()
 # Applies the project's warning set to one of its own targets.
 function(lumbra_target_options target)
   target_compile_options(${target} PRIVATE ${LUMBRA_WARNINGS})
+  # Debug builds check every standard-library index, so a position one past the end fails loudly
+  # in the tests instead of reading a neighbour.
+  target_compile_definitions(${target} PRIVATE $<$<CONFIG:Debug>:_GLIBCXX_ASSERTIONS>)
   target_include_directories(${target} PUBLIC ${PROJECT_SOURCE_DIR})
 endfunction()
 
