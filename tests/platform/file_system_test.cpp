@@ -3,56 +3,46 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include <string>
-
 #include "platform/file_handles.h"
 #include "tests/support/temp_dir.h"
 
 namespace lumbra::platform {
 namespace {
 
-TEST(FileSystemTest, DeleteRemovesPlainFilesOnlyAndNeverADeviceOrAnOpenFile) {
+// Delete removes plain files only, never a device, a folder or an open file; DirCreate makes one
+// folder, "\" separating folders as "/" does.
+TEST(FileSystemTest, DeleteAndDirCreateGiveTheHostNumbers) {
     test::TempDir tmp;
     tmp.write("plain", "x");
     tmp.write("open", "x");
     ASSERT_EQ(::mkdir(tmp.file("dir").c_str(), 0755), 0);
     ASSERT_EQ(::mkfifo(tmp.file("fifo").c_str(), 0644), 0);
     ASSERT_EQ(FileOpen(1, tmp.file("open"), FileMode::Input), 0);
-    const struct {
-        std::string name;
-        std::int16_t err;
-        bool remains;
-    } cases[] = {
-        {"plain", 0, false},
-        {"missing", kErrFileNotFound, false},
-        {"nofolder/a", kErrPathNotFound, false},
-        {"dir", kErrPathFileAccess, true},
-        {"fifo", kErrPathFileAccess, true},
-        {"open", kErrPathFileAccess, true},
+    const std::pair<std::string, std::int16_t> deletes[] = {
+        {"plain", 0},
+        {"missing", kErrFileNotFound},
+        {"nofolder/a", kErrPathNotFound},
+        {"dir", kErrPathFileAccess},
+        {"fifo", kErrPathFileAccess},
+        {"open", kErrPathFileAccess},
     };
-    for (const auto& c : cases) {
-        EXPECT_EQ(FileDelete(tmp.file(c.name)), c.err) << c.name;
-        EXPECT_EQ(tmp.exists(c.name), c.remains) << c.name;
+    for (const auto& [name, err] : deletes) {
+        EXPECT_EQ(FileDelete(tmp.file(name)), err) << name;
+        EXPECT_EQ(tmp.exists(name), err == kErrPathFileAccess) << name;
     }
-    EXPECT_EQ(FileDelete(""), kErrBadFileNameOrNumber);
     FileCloseAll();
-}
-
-TEST(FileSystemTest, DirCreateMakesOneFolder) {
-    test::TempDir tmp;
-    tmp.write("plain", "x");
-    const std::pair<std::string, std::int16_t> cases[] = {
+    const std::pair<std::string, std::int16_t> folders[] = {
         {"new", 0},
-        {"new", kErrPathFileAccess},  // exists now
-        {"plain", kErrPathFileAccess},
+        {"new", kErrPathFileAccess},
+        {"open", kErrPathFileAccess},
         {"no/deeper", kErrPathNotFound},
-        {"plain/sub", kErrPathNotFound},
-        {"new\\sub", 0},  // "\" separates folders here too
+        {"open/sub", kErrPathNotFound},
+        {"new\\sub", 0},
     };
-    for (const auto& [name, err] : cases)
+    for (const auto& [name, err] : folders)
         EXPECT_EQ(DirCreate(tmp.file(name)), err) << name;
     EXPECT_TRUE(tmp.exists("new/sub"));
-    EXPECT_EQ(DirCreate(""), kErrBadFileNameOrNumber);
+    EXPECT_EQ(DirCreate("") + FileDelete(""), 2 * kErrBadFileNameOrNumber);
 }
 
 }  // namespace

@@ -3,8 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <stdexcept>
-#include <string>
-#include <vector>
 
 #include "platform/file_handles.h"
 #include "tests/support/recording_msg_sink.h"
@@ -21,11 +19,9 @@ TEST(MsgBoxTest, EndProgramClosesFilesThenRunsEachHookOnceNewestFirst) {
     AtProgramEnd([&] { ran.push_back(FileIsOpen(4) ? "first, file open" : "first"); });
     AtProgramEnd([] { throw std::runtime_error("a failing clean-up stops no other"); });
     AtProgramEnd([&] { ran.push_back("last"); });
-
     EXPECT_THROW(EndProgram(3), ProgramEnded);
-    EXPECT_EQ(ran, (std::vector<std::string>{"last", "first"}));
     EXPECT_THROW(EndProgram(), ProgramEnded);
-    EXPECT_EQ(ran.size(), 2u);
+    EXPECT_EQ(ran, (std::vector<std::string>{"last", "first"}));
     EXPECT_EQ(sink.endings(), (std::vector<int>{3, 0}));
 }
 

@@ -3,8 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <string>
-#include <vector>
+#include <tuple>
 
 #include "tests/support/temp_dir.h"
 
@@ -12,18 +11,15 @@ namespace lumbra::platform {
 namespace {
 
 TEST(ProgramTest, CommandLineIsTheWordsAfterTheProgramNameJoinedByOneBlank) {
-    const struct {
-        std::vector<const char*> argv;
-        std::string line;
-    } cases[] = {
+    const std::pair<std::vector<const char*>, std::string> cases[] = {
         {{"/opt/lumbra/lumbra"}, ""},
         {{"lumbra", "-FP", "x.par"}, "-FP x.par"},
         {{"lumbra", "-FP", "/tmp/Liga\xC3\xA7\xC3\xA3o.par"}, "-FP /tmp/Liga\xE7\xE3o.par"},
         {{}, ""},
     };
-    for (const auto& c : cases) {
-        SetProgramArgs(static_cast<int>(c.argv.size()), c.argv.data());
-        EXPECT_EQ(CommandLine(), c.line);
+    for (const auto& [argv, line] : cases) {
+        SetProgramArgs(static_cast<int>(argv.size()), argv.data());
+        EXPECT_EQ(CommandLine(), line);
     }
 }
 
@@ -48,11 +44,7 @@ TEST(ProgramTest, ProgramFileFromNameFollowsPathAndLinksToTheRealFile) {
     dir.write("noexec/lumbractl", "");
     fs::create_symlink("../lib/lumbractl", dir.file("bin/lumbractl"));
     const std::string real = std::filesystem::canonical(dir.file("lib/lumbractl"));
-    const struct {
-        std::string name;
-        std::string searchPath;
-        std::string file;
-    } cases[] = {
+    const std::tuple<std::string, std::string, std::string> cases[] = {
         {dir.file("bin/lumbractl"), "", real},
         {"lumbractl", "/nonexistent:" + dir.file("bin"), real},
         {"lumbractl", dir.file("noexec") + ":" + dir.file("folder") + ":" + dir.file("bin"), real},
@@ -61,9 +53,8 @@ TEST(ProgramTest, ProgramFileFromNameFollowsPathAndLinksToTheRealFile) {
         {"lumbractl", "", ""},
         {"", dir.file("bin"), ""},
     };
-    for (const auto& c : cases)
-        EXPECT_EQ(ProgramFileFromName(c.name, c.searchPath), c.file)
-            << c.name << " in " << c.searchPath;
+    for (const auto& [name, searchPath, file] : cases)
+        EXPECT_EQ(ProgramFileFromName(name, searchPath), file) << name << " in " << searchPath;
 
     const test::ScopedCurrentDir inBin(dir.file("bin"));
     EXPECT_EQ(ProgramFileFromName("lumbractl", ":/nonexistent"), real);
