@@ -1,0 +1,276 @@
+// The decoders of the virtual devices: each case's bytes are fed whole and cut in two at every
+// byte, and what the device reports is compared as the JSON lines scripts read.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "simulator/display_decoder.h"
+#include "simulator/event_views.h"
+#include "simulator/line_settings.h"
+#include "simulator/printer_decoder.h"
+
+namespace lumbra::sim::test {
+namespace {
+
+using namespace std::string_literals;
+
+// The JSON lines of the events, each ending in "\n".
+template <typename Events>
+std::string Lines(const Events& events) {
+    std::string out;
+    for (const DeviceEvent& e : events)
+        out += EventJson(e) + "\n";
+    return out;
+}
+
+// What a fresh printer reports for bytes, fed in two pieces cut at cut (whole when cut is 0).
+std::string PrinterRun(std::string_view bytes, std::size_t cut = 0) {
+    PrinterDecoder printer;
+    std::string out = Lines(printer.feed(bytes.substr(0, cut)));
+    return out + Lines(printer.feed(bytes.substr(cut)));
+}
+
+// The same for a display: its skipped commands, then its screen.
+std::string DisplayRun(std::string_view bytes, std::size_t cut = 0,
+                       CodePage charset = CodePage::Windows1252) {
+    DisplayDecoder display(charset);
+    std::string out = Lines(display.feed(bytes.substr(0, cut)));
+    out += Lines(display.feed(bytes.substr(cut)));
+    return out + EventJson(display.screen()) + "\n";
+}
+
+struct DecoderCase {
+    const char* name;
+    std::string bytes;
+    std::string events;  // JSON lines; a display's end with its screen
+};
+
+std::string Line(const std::string& text, const std::string& spans = "") {
+    return R"({"device":"printer","event":"line","text":")" + text + "\"" +
+           (spans.empty() ? "" : ",\"spans\":[" + spans + "]") + "}\n";
+}
+
+std::string Drawer(int pin, int on, int off) {
+    return R"({"device":"printer","event":"drawer","pin":)" + std::to_string(pin) +
+           ",\"on_ms\":" + std::to_string(on) + ",\"off_ms\":" + std::to_string(off) + "}\n";
+}
+
+std::string PUnknown(const std::string& hex) {
+    return R"({"device":"printer","event":"unknown","bytes":")" + hex + "\"}\n";
+}
+
+const std::string kCut = "{\"device\":\"printer\",\"event\":\"cut\"}\n";
+const std::string kPartialCut = "{\"device\":\"printer\",\"event\":\"cut\",\"partial\":true}\n";
+
+std::string Bytes(std::initializer_list<int> codes) {
+    std::string s;
+    for (int c : codes)
+        s += static_cast<char>(c);
+    return s;
+}
+
+const DecoderCase kPrinterCases[] = {
+    {"TextPrintsAtLf", "Teste\n", Line("Teste")},
+    {"CrMovesNothing", "A\r\n\n", Line("A") + Line("")},
+    {"TextWaitsForLf", "sem fim", ""},
+    {"InitialiseForgetsTextAndPage", "\x1Bt\x02\x9B\x1B@\x9B\n", Line("¢")},
+    {"CodeTableWindows1252", "\x1Bt\x10\xE7\xE3o\n", Line("ção")},
+    {"CodeTableUnknownIsSkipped", "\033t\001A\n", PUnknown("1B 74 01") + Line("A")},
+    {"PrintModesAtOnce", "\033!\070AB\033!\000C\n"s,
+     Line("ABC", R"({"start":1,"length":2,"bold":true,"double_width":true,"double_height":true})")},
+    {"PrintModeDoubleHeightAlone", "x\x1B!\x10y\n",
+     Line("xy",
+          R"({"start":2,"length":1,"bold":false,"double_width":false,"double_height":true})")},
+    {"EmphasisedOnAndOff", "A\033E\001BC\033E\000D\n"s,
+     Line("ABCD",
+          R"({"start":2,"length":2,"bold":true,"double_width":false,"double_height":false})")},
+    {"FullCut", Bytes({0x1D, 'V', 0}), kCut},
+    {"FullCutDigit", "\x1DV0", kCut},
+    {"PartialCut", Bytes({0x1D, 'V', 1}), kPartialCut},
+    {"PartialCutDigit", "\x1DV1", kPartialCut},
+    {"FeedAndFullCut", Bytes({0x1D, 'V', 65, 3}), kCut},
+    {"FeedAndPartialCut", Bytes({0x1D, 'V', 66, 0}), kPartialCut},
+    {"CutPrintsWhatIsLeft", "Fim\x1DV0", Line("Fim") + kCut},
+    {"CutUnknownMode", "\x1DV\x07", PUnknown("1D 56 07")},
+    {"DrawerEscPin2", Bytes({27, 'p', 0, 25, 250}), Drawer(2, 50, 500)},
+    {"DrawerEscPin5", Bytes({27, 'p', 1, 10, 30}), Drawer(5, 20, 60)},
+    {"DrawerEscPin2Digit", Bytes({27, 'p', '0', 0, 255}), Drawer(2, 0, 510)},
+    {"DrawerEscPin5Digit", Bytes({27, 'p', '1', 1, 1}), Drawer(5, 2, 2)},
+    {"DrawerEscOtherPin", Bytes({27, 'p', 2, 25, 250}), PUnknown("1B 70 02 19 FA")},
+    {"DrawerDlePin2", Bytes({16, 20, 1, 0, 5}), Drawer(2, 500, 500)},
+    {"DrawerDlePin5", Bytes({16, 20, 1, 1, 1}), Drawer(5, 100, 100)},
+    {"DrawerDleLongest", Bytes({16, 20, 1, 0, 8}), Drawer(2, 800, 800)},
+    {"DrawerDleTimeZero", Bytes({16, 20, 1, 0, 0}), PUnknown("10 14 01 00 00")},
+    {"DrawerDleTimeNine", Bytes({16, 20, 1, 0, 9}), PUnknown("10 14 01 00 09")},
+    {"DrawerDleOtherPin", Bytes({16, 20, 1, 2, 1}), PUnknown("10 14 01 02 01")},
+    {"DlePowerOffSkipped", Bytes({16, 20, 2, 1, 8}) + "A\n",
+     PUnknown("10 14 02 01 08") + Line("A")},
+    {"UnknownEscInText", "AB\033\231CD\n", PUnknown("1B 99") + Line("ABCD")},
+    {"UnknownEscTakesItsParameters", "A\033a\001B\n", PUnknown("1B 61 01") + Line("AB")},
+    {"UnknownGsTakesItsParameters", "A\035!\021B\n", PUnknown("1D 21 11") + Line("AB")},
+    {"UnknownControlByte", "A\tB\n", PUnknown("09") + Line("AB")},
+    {"StatusRequestSkipped", Bytes({16, 4, 1}) + "A\n", PUnknown("10 04 01") + Line("A")},
+    {"LongLineGoesOn", std::string(50, 'x') + "\n", Line(std::string(48, 'x')) + Line("xx")},
+    {"DoubleWidthTakesTwoColumns", "\x1B!\x20" + std::string(25, 'w') + "\n",
+     Line(std::string(24, 'w'),
+          R"({"start":1,"length":24,"bold":false,"double_width":true,"double_height":false})") +
+         Line("w",
+              R"({"start":1,"length":1,"bold":false,"double_width":true,"double_height":false})")}};
+
+class PrinterDecoderTest : public ::testing::TestWithParam<DecoderCase> {};
+
+TEST_P(PrinterDecoderTest, DecodesTheSameWholeOrCutAtAnyByte) {
+    const DecoderCase& c = GetParam();
+    EXPECT_EQ(PrinterRun(c.bytes), c.events);
+    for (std::size_t cut = 1; cut < c.bytes.size(); ++cut)
+        EXPECT_EQ(PrinterRun(c.bytes, cut), c.events) << "cut after byte " << cut;
+}
+
+INSTANTIATE_TEST_SUITE_P(Commands, PrinterDecoderTest, ::testing::ValuesIn(kPrinterCases),
+                         [](const auto& param) { return std::string(param.param.name); });
+
+struct PageCase {
+    const char* name;
+    int escT;
+    CodePage page;
+    std::string bytes;
+    std::string utf8;
+};
+
+// The accented letters of Portuguese in each page the printer and display know.
+const PageCase kPages[] = {
+    {"Pc437", 0, CodePage::Pc437, "\x87\x82\xA0\x80\x90\x83\x88\x93", "çéáÇÉâêô"},
+    {"Pc850", 2, CodePage::Pc850, "\xC6\xC7\xE4\xE5\xB5\xB6\xB7\xD2\xE0", "ãÃõÕÁÂÀÊÓ"},
+    {"Pc860", 3, CodePage::Pc860, "\x84\x8E\x94\x99\x86\x8F\x91\x89\x8C\x9F\x96", "ãÃõÕÁÂÀÊÔÓÚ"},
+    {"Windows1252", 16, CodePage::Windows1252, "\xE7\xE3\xF5\xC7\xC3\xC9\x80", "çãõÇÃÉ€"}};
+
+class CodePageTest : public ::testing::TestWithParam<PageCase> {};
+
+TEST_P(CodePageTest, AccentedLettersPrintAndShowInTheirPage) {
+    const PageCase& c = GetParam();
+    EXPECT_EQ(PrinterRun("\x1Bt" + std::string(1, static_cast<char>(c.escT)) + c.bytes + "\n"),
+              Line(c.utf8));
+    DisplayDecoder display(c.page);
+    display.feed(c.bytes);
+    EXPECT_EQ(display.screen().lines[0].rfind(c.utf8, 0), 0U) << display.screen().lines[0];
+}
+
+INSTANTIATE_TEST_SUITE_P(Pages, CodePageTest, ::testing::ValuesIn(kPages),
+                         [](const auto& param) { return std::string(param.param.name); });
+
+TEST(CodePageTest, WindowsTextOnAPc437PrinterShowsTheMismatch) {
+    // What a technician sees when the test line leaves in Windows-1252 and the printer is in its
+    // power-on page.
+    EXPECT_EQ(PrinterRun("Teste de liga\xE7\xE3o\r\n"), Line("Teste de ligaτπo"));
+}
+
+TEST(CodePageTest, UndefinedWindows1252BytesShowAsReplacement) {
+    EXPECT_EQ(CharacterUtf8(0x81, CodePage::Windows1252), "\uFFFD");
+    EXPECT_EQ(CharacterUtf8(0xFF, CodePage::Windows1252), "ÿ");
+}
+
+// A row padded with blanks to its twenty cells.
+std::string Row(const std::string& text, char fill = ' ') {
+    return text + std::string(20 - text.size(), fill);
+}
+
+std::string Screen(const std::string& row1, const std::string& row2, int row, int column,
+                   bool visible = true) {
+    return R"({"device":"display","event":"screen","lines":[")" + row1 + "\",\"" + row2 +
+           "\"],\"cursor\":[" + std::to_string(row) + "," + std::to_string(column) + "]" +
+           (visible ? "" : ",\"cursor_visible\":false") + "}\n";
+}
+
+std::string Unknown(const std::string& hex) {
+    return R"({"device":"display","event":"unknown","bytes":")" + hex + "\"}\n";
+}
+
+const std::string kBlank = Row("");
+const std::string kA = std::string(20, 'a');
+const std::string kB = std::string(20, 'b');
+
+const DecoderCase kDisplayCases[] = {
+    {"TextAtTheCursor", "Ola", Screen(Row("Ola"), kBlank, 1, 4)},
+    {"SampleGreeting", "\014Bem-vindo!\r\nObrigado pela visita",
+     Screen("Bem-vindo!          ", "Obrigado pela visita", 2, 20)},
+    {"Row1WrapsToRow2", kA + "X", Screen(kA, Row("X"), 2, 2)},
+    {"OverwriteWrapsFromRow2ToRow1", kA + kB + "X", Screen("X" + kA.substr(1), kB, 1, 2)},
+    {"VerticalScrollMovesRow2Up", "\x1B\x12" + kA + kB + "X", Screen(kB, Row("X"), 2, 2)},
+    {"OverwriteLfOnRow2GoesToRow1", "A\n\nB", Screen(Row("AB"), kBlank, 1, 3)},
+    {"VerticalScrollLfOnRow2Scrolls", "\033\022A\n\nB", Screen(kBlank, Row(" B"), 2, 3)},
+    {"OverwriteUpOnRow1GoesToRow2", "\x1B[AX", Screen(kBlank, Row("X"), 2, 2)},
+    {"VerticalScrollUpOnRow1Scrolls", "\033\022A\037\n", Screen(kBlank, Row("A"), 1, 2)},
+    {"ClearHomes", "AB\014C", Screen(Row("C"), kBlank, 1, 2)},
+    {"CanClearsTheCursorRow", "ABC\r\nDEF\x18G", Screen(Row("ABC"), Row("G"), 2, 2)},
+    {"HomeOverwrites", "ABC\x0BX", Screen(Row("XBC"), kBlank, 1, 2)},
+    {"CrReturnsToRowStart", "ABC\rX", Screen(Row("XBC"), kBlank, 1, 2)},
+    {"BackspaceStepsLeft", "ABC\x08X", Screen(Row("ABX"), kBlank, 1, 4)},
+    {"BackspaceFromRow2GoesToRow1End", "\x1B[K\x08X",
+     Screen(Row("").substr(1) + "X", kBlank, 1, 20)},
+    {"TabStepsRight", "A\tB", Screen(Row("A B"), kBlank, 1, 4)},
+    {"UsLfUpAndUsCrRightmost", "\x1B[K\x1F\n\x1F\rZ",
+     Screen(kBlank.substr(1) + "Z", kBlank, 1, 20)},
+    {"EscArrows", "\x1B[B\x1B[C\x1B[C\x1B[A\x1B[DX", Screen(Row(" X"), kBlank, 1, 3)},
+    {"EscHomeRightmostLeftmost", "ABC\x1B[HX\x1B[RY\x1B[LZ",
+     Screen("ZBC" + std::string(16, ' ') + "Y", kBlank, 1, 2)},
+    {"EscBottom", "\x1B[KX", Screen(kBlank, Row("X"), 2, 2)},
+    {"EscLMovesTheCursor", "\x1Bl\x05\x02X", Screen(kBlank, Row("    X"), 2, 6)},
+    {"EscLOutsideTheScreen", "\x1Bl\x15\x01X",
+     Unknown("1B 6C 15 01") + Screen(Row("X"), kBlank, 1, 2)},
+    {"EscQWritesWholeRows", "\x1BQAPrimeira\r\x1BQBSegunda\r",
+     Screen(Row("Primeira"), Row("Segunda"), 1, 1)},
+    {"EscQKeepsTwentyCells", "\x1BQB" + std::string(25, 'x') + "\r",
+     Screen(kBlank, std::string(20, 'x'), 1, 1)},
+    // A line command whose CR was lost is given up once it is as long as the longest one can be.
+    {"EscQWaitsForItsCr", "\033QB" + std::string(39, 'x'), Screen(kBlank, kBlank, 1, 1)},
+    {"EscQWithoutCrGivenUp", "\033QB" + std::string(40, 'x'),
+     Unknown("1B 51 42") + Screen(std::string(20, 'x'), std::string(20, 'x'), 2, 20)},
+    {"EscQOtherRow", "\x1BQC", Unknown("1B 51 43") + Screen(kBlank, kBlank, 1, 1)},
+    {"CursorHidden", "\x1B_\x00"s, Screen(kBlank, kBlank, 1, 1, false)},
+    {"CursorShownAgain", "\x1B_\x00\x1B_\x01"s, Screen(kBlank, kBlank, 1, 1)},
+    {"CursorBadValue", "\x1B_\x02", Unknown("1B 5F 02") + Screen(kBlank, kBlank, 1, 1)},
+    {"InitialiseReturnsToOverwrite", "\033\022A\033@" + kA + kB + "X",
+     Screen("X" + kA.substr(1), kB, 1, 2)},
+    {"OverwriteModeAgain", "\x1B\x12\x1B\x11" + kA + kB + "X",
+     Screen("X" + kA.substr(1), kB, 1, 2)},
+    {"UnknownEscInText", "A\033\023B", Unknown("1B 13") + Screen(Row("AB"), kBlank, 1, 3)},
+    {"UnknownEscBracket", "A\x1B[ZB", Unknown("1B 5B 5A") + Screen(Row("AB"), kBlank, 1, 3)},
+    {"UnknownUs", "A\x1F@B", Unknown("1F 40") + Screen(Row("AB"), kBlank, 1, 3)},
+    {"UnknownControlByte", "A\001B", Unknown("01") + Screen(Row("AB"), kBlank, 1, 3)},
+    {"Windows1252Text", "Sauda\xE7\xE3o", Screen("Saudação" + std::string(12, ' '), kBlank, 1, 9)}};
+
+class DisplayDecoderTest : public ::testing::TestWithParam<DecoderCase> {};
+
+TEST_P(DisplayDecoderTest, DecodesTheSameWholeOrCutAtAnyByte) {
+    const DecoderCase& c = GetParam();
+    EXPECT_EQ(DisplayRun(c.bytes), c.events);
+    for (std::size_t cut = 1; cut < c.bytes.size(); ++cut)
+        EXPECT_EQ(DisplayRun(c.bytes, cut), c.events) << "cut after byte " << cut;
+}
+
+INSTANTIATE_TEST_SUITE_P(Commands, DisplayDecoderTest, ::testing::ValuesIn(kDisplayCases),
+                         [](const auto& param) { return std::string(param.param.name); });
+
+TEST(SettingsWatchTest, ReportsEachChangeToOtherSettingsOnce) {
+    struct Step {
+        std::int64_t baud;
+        int stopBits;
+        const char* reported;  // "" when nothing is
+    };
+    const Step steps[] = {{9600, 1, ""},  {19200, 1, "19200,n,8,1"},
+                          {19200, 1, ""}, {19200, 2, "19200,n,8,2"},
+                          {9600, 1, ""},  {19200, 2, "19200,n,8,2"}};
+    SettingsWatch watch(Device::Display, LineSettings{});
+    for (const Step& s : steps) {
+        const auto event = watch.observe(LineSettings{s.baud, 'n', 8, s.stopBits});
+        EXPECT_EQ(
+            event ? EventJson(*event) : "",
+            *s.reported == 0
+                ? ""
+                : R"({"device":"display","event":"settings","expected":"9600,n,8,1","actual":")" +
+                      std::string(s.reported) + "\"}");
+    }
+}
+
+}  // namespace
+}  // namespace lumbra::sim::test
