@@ -87,8 +87,7 @@ TEST_F(HostFormTest, PanelErrorsAreShownAndTheFormStays) {
         "es";
     const std::vector<test::RecordedBox> want = {
         {title, "Funcao: Abrir|Erro:Port number 0 is outside 1..9"},
-        {title, "Funcao: Fechar|Erro:Port 1 is not open"},
-    };
+        {title, "Funcao: Fechar|Erro:Port 1 is not open"}};
     EXPECT_EQ(boxes.boxes(), want);
 }
 

@@ -31,21 +31,19 @@ TEST_F(FileChannelTest, EachModeWritesTheFileItNamesOrRefuses) {
         std::int16_t modoNum;  // 9 = kept from the previous open
         std::int16_t nl;
         const char* content;  // after writing "new" over "old"
-    } cases[] = {
-        {"O", "O", 0, 1, "new\r\n"},
-        {" o ", "O", 0, 0, "new"},
-        {"O:5", "O:5", 5, -1, "new"},
-        {"o:z", "O:Z", 0, 2, "new"},
-        {"O:", "O:", 0, 0, "new"},
-        {"A", "A", 0, 1, "oldnew\r\n"},
-        {"A:5", "A:5", 5, 0, "oldnew"},
-        {"B", "B", 9, 0, "old"},
-        {"R:128", "R:128", 128, 0, "old"},
-        {"X", "X", 9, 0, "old"},
-        {"O:~", "O:~", 9, 0, "old"},
-        {"o:\xE7", "O:\xC7", 9, 0, "old"},
-        {"", "", 9, 0, "old"},
-    };
+    } cases[] = {{"O", "O", 0, 1, "new\r\n"},
+                 {" o ", "O", 0, 0, "new"},
+                 {"O:5", "O:5", 5, -1, "new"},
+                 {"o:z", "O:Z", 0, 2, "new"},
+                 {"O:", "O:", 0, 0, "new"},
+                 {"A", "A", 0, 1, "oldnew\r\n"},
+                 {"A:5", "A:5", 5, 0, "oldnew"},
+                 {"B", "B", 9, 0, "old"},
+                 {"R:128", "R:128", 128, 0, "old"},
+                 {"X", "X", 9, 0, "old"},
+                 {"O:~", "O:~", 9, 0, "old"},
+                 {"o:\xE7", "O:\xC7", 9, 0, "old"},
+                 {"", "", 9, 0, "old"}};
     const std::string path = dir.file("f.txt");
     for (const auto& c : cases) {
         SCOPED_TRACE(std::string("mode \"") + c.modo + "\"");
@@ -105,8 +103,7 @@ TEST_F(FileChannelTest, FailuresAreShownUnderTheirFunction) {
         {in + dir.file("none.txt"), "Funcao: Abrir|Erro:File not found"},
         {in + dir.file("none.txt"), badName},
         {in + "/dev/full", "Funcao: Gravar TX|Erro:Disk full"},
-        {in, "Funcao: Abrir|Erro:Bad file name or number"},
-    };
+        {in, "Funcao: Abrir|Erro:Bad file name or number"}};
     EXPECT_EQ(boxes.boxes(), want);
     EXPECT_TRUE(reports.empty());
 }
@@ -129,12 +126,10 @@ TEST_F(FileChannelTest, ADeviceThatTakesNothingFailsTheSendWithinTheStallLimit) 
         std::string path;
         bool fifoReader;  // a reader that never reads holds the FIFO open
         std::vector<std::string> boxes;
-    } cases[] = {
-        {unread.slavePath(), false, {timeout}},
-        {fifo, true, {timeout}},
-        {fifo, false, {unavailable, notOpen}},
-        {missing, false, {unavailable, notOpen}},
-    };
+    } cases[] = {{unread.slavePath(), false, {timeout}},
+                 {fifo, true, {timeout}},
+                 {fifo, false, {unavailable, notOpen}},
+                 {missing, false, {unavailable, notOpen}}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.path + (c.fifoReader ? " with a reader" : ""));
         boxes.clear();

@@ -65,12 +65,10 @@ TEST_F(SerialChannelTest, LineSettingsReachTheDevice) {
         bool twoStopBits;
         std::int16_t dataBits;
         SerialParity parity;
-    } cases[] = {
-        {"19200,e,7,1", B19200, false, 7, SerialParity::Even},
-        {"9600,n,8,2", B9600, true, 8, SerialParity::None},
-        {"110,O,6,2", B110, true, 6, SerialParity::Odd},
-        {"57600,s,5,1.5", B57600, true, 5, SerialParity::Space},
-    };
+    } cases[] = {{"19200,e,7,1", B19200, false, 7, SerialParity::Even},
+                 {"9600,n,8,2", B9600, true, 8, SerialParity::None},
+                 {"110,O,6,2", B110, true, 6, SerialParity::Odd},
+                 {"57600,s,5,1.5", B57600, true, 5, SerialParity::Space}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.settings);
         openPort(c.settings);
@@ -100,8 +98,7 @@ TEST_F(SerialChannelTest, APortThatCannotOpenIsReportedAndTheProgramGoesOn) {
          label() + " refused the settings \"9600,n,4,1\": 4 data bits are not supported by the "
                    "device"},
         {"COM2", "9600,n,8,1", "Port 2 (" + dir.file("ttyGone") + ") does not exist"},
-        {Variant(std::int16_t{12}), "9600,n,8,1", "Port number 12 is outside 1..9"},
-    };
+        {Variant(std::int16_t{12}), "9600,n,8,1", "Port number 12 is outside 1..9"}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.error);
         boxes.clear();
@@ -112,11 +109,9 @@ TEST_F(SerialChannelTest, APortThatCannotOpenIsReportedAndTheProgramGoesOn) {
         EXPECT_FALSE(port().portOpen());
         const std::string title = "Erro no ficheiro: " + VlStr(c.porta);
         const std::string notOpen = "Port " + std::to_string(port().commPort()) + " is not open";
-        const std::vector<test::RecordedBox> want = {
-            {title, "Funcao: Abrir|Erro:" + c.error},
-            {title, "Funcao: Escrever|Erro:" + notOpen},
-            {title, "Funcao: Fechar|Erro:" + notOpen},
-        };
+        const std::vector<test::RecordedBox> want = {{title, "Funcao: Abrir|Erro:" + c.error},
+                                                     {title, "Funcao: Escrever|Erro:" + notOpen},
+                                                     {title, "Funcao: Fechar|Erro:" + notOpen}};
         EXPECT_EQ(boxes.boxes(), want);
         boxes.clear();
         openPort();
@@ -181,8 +176,7 @@ TEST_F(SerialChannelTest, APortHeldByAnotherChannelIsInUse) {
     const std::vector<test::RecordedBox> want = {
         {"Erro no ficheiro: COM1", "Funcao: Abrir|Erro:" + label() + " is in use by process " +
                                        std::to_string(::getpid()) + " (channels_tests)"},
-        {"Erro no ficheiro: COM1", "Funcao: Abrir|Erro:Port 1 is already open"},
-    };
+        {"Erro no ficheiro: COM1", "Funcao: Abrir|Erro:Port 1 is already open"}};
     EXPECT_EQ(boxes.boxes(), want);
 }
 

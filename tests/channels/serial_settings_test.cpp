@@ -22,8 +22,7 @@ TEST(SerialSettingsTest, ReadsWellFormedTextsAndRefusesTheRestLeavingSettingsAlo
         {"110,o,5,1.5", {110, P::Odd, 5, S::OneAndHalf}},
         {"256000,M,6,2", {256000, P::Mark, 6, S::Two}},
         {" 14400 , s , 4 , 2 ", {14400, P::Space, 4, S::Two}},
-        {"19200,E,7,1", {19200, P::Even, 7, S::One}},
-    };
+        {"19200,E,7,1", {19200, P::Even, 7, S::One}}};
     for (const auto& [text, want] : good) {
         SerialSettings got{1, P::Odd, 1, S::Two};
         std::string error;
@@ -64,8 +63,7 @@ TEST(SerialSettingsTest, DeviceRefusesWhatALineCannotCarry) {
         {{9600, P::None, 6, S::Two}, ""},
         {{9600, P::None, 4, S::One}, "4 data bits are not supported by the device"},
         {{9600, P::None, 8, S::OneAndHalf}, "1.5 stop bits need 5 data bits"},
-        {{9600, P::None, 5, S::Two}, "2 stop bits cannot be used with 5 data bits (use 1.5)"},
-    };
+        {{9600, P::None, 5, S::Two}, "2 stop bits cannot be used with 5 data bits (use 1.5)"}};
     for (const auto& [settings, want] : cases) {
         std::string error;
         EXPECT_EQ(SettingsDeviceCanUse(settings, error), want.empty()) << want;
@@ -80,14 +78,12 @@ TEST(LineFormatTest, PutsDataBitsParityAndStopBitsIntoTheDriverFlags) {
         SerialSettings settings;
         tcflag_t cflag;
         bool parityCheck;
-    } cases[] = {
-        {{9600, P::None, 8, S::One}, CS8, false},
-        {{9600, P::Even, 7, S::One}, CS7 | PARENB, true},
-        {{9600, P::Odd, 7, S::Two}, CS7 | PARENB | PARODD | CSTOPB, true},
-        {{9600, P::Mark, 8, S::One}, CS8 | PARENB | CMSPAR | PARODD, true},
-        {{9600, P::Space, 6, S::Two}, CS6 | PARENB | CMSPAR | CSTOPB, true},
-        {{9600, P::None, 5, S::OneAndHalf}, CS5 | CSTOPB, false},
-    };
+    } cases[] = {{{9600, P::None, 8, S::One}, CS8, false},
+                 {{9600, P::Even, 7, S::One}, CS7 | PARENB, true},
+                 {{9600, P::Odd, 7, S::Two}, CS7 | PARENB | PARODD | CSTOPB, true},
+                 {{9600, P::Mark, 8, S::One}, CS8 | PARENB | CMSPAR | PARODD, true},
+                 {{9600, P::Space, 6, S::Two}, CS6 | PARENB | CMSPAR | CSTOPB, true},
+                 {{9600, P::None, 5, S::OneAndHalf}, CS5 | CSTOPB, false}};
     const tcflag_t format = CSIZE | PARENB | PARODD | CMSPAR | CSTOPB | CRTSCTS;
     for (const auto& c : cases) {
         termios tio{};
@@ -113,14 +109,12 @@ TEST(SerialDeviceTest, PortNumberNamesTheDeviceGivenOnTheCommandLineOrTheDefault
         std::int16_t port;
         const char* commandLine;
         const char* path;
-    } cases[] = {
-        {1, "", "/dev/ttyS0"},
-        {9, "-FP x.par", "/dev/ttyS8"},
-        {1, "-COM1 /dev/ttyUSB0", "/dev/ttyUSB0"},
-        {2, "-com2 /dev/pts/7 -COM1 /dev/ttyUSB0", "/dev/pts/7"},
-        {1, "-COM12 /dev/x", "/dev/ttyS0"},
-        {3, "-COM3", "/dev/ttyS2"},
-    };
+    } cases[] = {{1, "", "/dev/ttyS0"},
+                 {9, "-FP x.par", "/dev/ttyS8"},
+                 {1, "-COM1 /dev/ttyUSB0", "/dev/ttyUSB0"},
+                 {2, "-com2 /dev/pts/7 -COM1 /dev/ttyUSB0", "/dev/pts/7"},
+                 {1, "-COM12 /dev/x", "/dev/ttyS0"},
+                 {3, "-COM3", "/dev/ttyS2"}};
     for (const auto& c : cases)
         EXPECT_EQ(SerialDevicePath(c.port, c.commandLine), c.path);
 }
@@ -134,8 +128,7 @@ TEST(SerialDeviceTest, SaysWhyADeviceNodeCannotBeUsed) {
     const std::pair<std::string, std::string> cases[] = {
         {dir.file("none"), " does not exist"},
         {dir.file("none/tty"), " does not exist"},
-        {dir.file("plain"), " is not a serial device"},
-    };
+        {dir.file("plain"), " is not a serial device"}};
     for (const auto& [device, why] : cases)
         EXPECT_EQ(DeviceAccessProblem(3, device), "Port 3 (" + device + ")" + why);
     EXPECT_EQ(DeviceAccessProblem(1, path), "");
@@ -144,8 +137,7 @@ TEST(SerialDeviceTest, SaysWhyADeviceNodeCannotBeUsed) {
     ASSERT_EQ(::chown(path.c_str(), 0, 0), 0);
     const std::pair<mode_t, std::string> rights[] = {
         {0660, "): the user must be in the group \"root\" that owns it"},
-        {0600, "): only its owner \"root\" may use it"},
-    };
+        {0600, "): only its owner \"root\" may use it"}};
     for (const auto& [mode, why] : rights) {
         ASSERT_EQ(::chmod(path.c_str(), mode), 0);
         const std::string want = "No permission to use Port 1 (" + path + why;

@@ -36,8 +36,7 @@ TEST_F(FileHandlesTest, ReadLineEndsLinesAtCrLfCrAndLfThenReportsTheEnd) {
         {std::string("\xE7\0\xFF\r\n", 5), {std::string("\xE7\0\xFF", 3)}},
         {longLine + "\r\nb", {longLine.substr(0, kMaxLineLength), "b"}},
         {longest + "c\r\nb", {longest, "b"}},
-        {std::string(200000, 'c') + "\n\rd", {longest, "", "d"}},
-    };
+        {std::string(200000, 'c') + "\n\rd", {longest, "", "d"}}};
     for (const auto& [bytes, want] : cases) {
         tmp.write("f.txt", bytes);
         ASSERT_EQ(FileOpen(1, tmp.file("f.txt"), FileMode::Input), 0);

@@ -15,8 +15,7 @@ TEST(ProgramTest, CommandLineIsTheWordsAfterTheProgramNameJoinedByOneBlank) {
         {{"/opt/lumbra/lumbra"}, ""},
         {{"lumbra", "-FP", "x.par"}, "-FP x.par"},
         {{"lumbra", "-FP", "/tmp/Liga\xC3\xA7\xC3\xA3o.par"}, "-FP /tmp/Liga\xE7\xE3o.par"},
-        {{}, ""},
-    };
+        {{}, ""}};
     for (const auto& [argv, line] : cases) {
         SetProgramArgs(static_cast<int>(argv.size()), argv.data());
         EXPECT_EQ(CommandLine(), line);
@@ -51,8 +50,7 @@ TEST(ProgramTest, ProgramFileFromNameFollowsPathAndLinksToTheRealFile) {
         {"lumbractl", "/nonexistent:" + dir.file("noexec"), ""},
         {dir.file("noexec/lumbractl"), "", ""},
         {"lumbractl", "", ""},
-        {"", dir.file("bin"), ""},
-    };
+        {"", dir.file("bin"), ""}};
     for (const auto& [name, searchPath, file] : cases)
         EXPECT_EQ(ProgramFileFromName(name, searchPath), file) << name << " in " << searchPath;
 
