@@ -14,24 +14,16 @@
 namespace lumbra::test {
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
-// What one read attempt found.
-enum class Got { Data, Nothing, SlaveGone };
-
-Got ReadSome(int fd, std::string& into, std::chrono::milliseconds wait) {
+// Appends what one read finds within wait; false when nothing came or the slave side is closed
+// and empty (EIO), which readExactly tells apart through gone.
+bool ReadSome(int fd, std::string& into, std::chrono::milliseconds wait, bool* gone = nullptr) {
     pollfd p{fd, POLLIN, 0};
-    const int ready = ::poll(&p, 1, static_cast<int>(wait.count()));
-    if (ready <= 0) return Got::Nothing;
+    if (::poll(&p, 1, static_cast<int>(wait.count())) <= 0) return false;
     std::array<char, 4096> chunk{};
     const ssize_t n = ::read(fd, chunk.data(), chunk.size());
-    if (n > 0) {
-        into.append(chunk.data(), static_cast<std::size_t>(n));
-        return Got::Data;
-    }
-    if (n < 0 && (errno == EAGAIN || errno == EINTR)) return Got::Nothing;
-    // EIO: no slave is open and nothing is left to read.
-    return Got::SlaveGone;
+    if (n > 0) into.append(chunk.data(), static_cast<std::size_t>(n));
+    if (n <= 0 && gone != nullptr) *gone = !(n < 0 && (errno == EAGAIN || errno == EINTR));
+    return n > 0;
 }
 
 }  // namespace
@@ -47,10 +39,6 @@ PtyPair::PtyPair() {
     slavePath_ = name.data();
     ::close(slave);
     ::fcntl(master_, F_SETFL, ::fcntl(master_, F_GETFL) | O_NONBLOCK);
-}
-
-PtyPair::~PtyPair() {
-    closeMaster();
 }
 
 std::size_t PtyPair::fillUntilBlocked() {
@@ -81,29 +69,28 @@ std::size_t PtyPair::fillUntilBlocked() {
 
 std::string PtyPair::readAvailable(std::chrono::milliseconds quiet) {
     std::string got;
-    while (ReadSome(master_, got, quiet) == Got::Data) {
+    while (ReadSome(master_, got, quiet)) {
     }
     return got;
 }
 
 std::string PtyPair::readExactly(std::size_t count, std::chrono::milliseconds limit) {
     std::string got;
-    const auto deadline = Clock::now() + limit;
-    while (got.size() < count && Clock::now() < deadline) {
-        if (ReadSome(master_, got, std::chrono::milliseconds(50)) == Got::SlaveGone) break;
-    }
+    bool gone = false;
+    const auto deadline = std::chrono::steady_clock::now() + limit;
+    while (got.size() < count && !gone && std::chrono::steady_clock::now() < deadline)
+        ReadSome(master_, got, std::chrono::milliseconds(50), &gone);
     return got;
 }
 
 void PtyPair::send(const std::string& bytes) {
-    std::size_t done = 0;
-    while (done < bytes.size()) {
+    for (std::size_t done = 0; done < bytes.size();) {
         const ssize_t n = ::write(master_, bytes.data() + done, bytes.size() - done);
+        if (n > 0) done += static_cast<std::size_t>(n);
         if (n < 0 && errno != EAGAIN && errno != EINTR) {
             ADD_FAILURE() << "writing to the pseudo-terminal failed: errno " << errno;
             return;
         }
-        if (n > 0) done += static_cast<std::size_t>(n);
     }
 }
 

@@ -13,7 +13,7 @@ class PtyPair {
   public:
     // Fails the current test (and leaves master() at -1) when no pair can be made.
     PtyPair();
-    ~PtyPair();
+    ~PtyPair() { closeMaster(); }
     PtyPair(const PtyPair&) = delete;
     PtyPair& operator=(const PtyPair&) = delete;
 

@@ -18,23 +18,31 @@ struct RecordedBox {
     friend bool operator==(const RecordedBox&, const RecordedBox&) = default;
 };
 
-void PrintTo(const RecordedBox& box, std::ostream* os);
+inline void PrintTo(const RecordedBox& box, std::ostream* os) {
+    *os << "{title \"" << box.title << "\", text \"" << box.text << "\", icon "
+        << static_cast<int>(box.icon) << "}";
+}
 
 class RecordingMsgSink : public platform::MsgSink {
   public:
-    RecordingMsgSink();
-    ~RecordingMsgSink() override;
+    RecordingMsgSink() : previous_(&platform::CurrentMsgSink()) { platform::SetMsgSink(this); }
+    ~RecordingMsgSink() override { platform::SetMsgSink(previous_); }
     RecordingMsgSink(const RecordingMsgSink&) = delete;
     RecordingMsgSink& operator=(const RecordingMsgSink&) = delete;
 
-    void show(const std::string& title, const std::string& text, platform::MsgIcon icon) override;
+    void show(const std::string& title, const std::string& text, platform::MsgIcon icon) override {
+        boxes_.push_back({title, text, icon});
+    }
     // Records status, then throws platform::ProgramEnded{status}.
-    [[noreturn]] void endProgram(int status) override;
+    [[noreturn]] void endProgram(int status) override {
+        endings_.push_back(status);
+        throw platform::ProgramEnded{status};
+    }
 
     const std::vector<RecordedBox>& boxes() const { return boxes_; }
     // The statuses of every end of the program asked for, in order.
     const std::vector<int>& endings() const { return endings_; }
-    void clear();
+    void clear() { boxes_.clear(), endings_.clear(); }
 
   private:
     platform::MsgSink* previous_;

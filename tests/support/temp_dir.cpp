@@ -8,7 +8,6 @@
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
-#include <vector>
 
 namespace lumbra::test {
 namespace fs = std::filesystem;
@@ -17,10 +16,8 @@ TempDir::TempDir() {
     std::string pattern = ::testing::TempDir();
     if (pattern.empty() || pattern.back() != '/') pattern += '/';
     pattern += "lumbra-XXXXXX";
-    std::vector<char> buf(pattern.begin(), pattern.end());
-    buf.push_back('\0');
-    if (::mkdtemp(buf.data()) == nullptr) throw std::runtime_error("cannot create " + pattern);
-    path_ = buf.data();
+    path_ = pattern;
+    if (::mkdtemp(path_.data()) == nullptr) throw std::runtime_error("cannot create " + pattern);
 }
 
 TempDir::~TempDir() {
@@ -36,10 +33,6 @@ TempDir::~TempDir() {
     fs::remove_all(path_, ec);
 }
 
-std::string TempDir::file(std::string_view name) const {
-    return path_ + "/" + std::string(name);
-}
-
 void TempDir::write(std::string_view name, std::string_view bytes) const {
     std::ofstream out(file(name), std::ios::binary | std::ios::trunc);
     out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
@@ -49,21 +42,6 @@ void TempDir::write(std::string_view name, std::string_view bytes) const {
 std::string TempDir::read(std::string_view name) const {
     std::ifstream in(file(name), std::ios::binary);
     return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-}
-
-bool TempDir::exists(std::string_view name) const {
-    std::error_code ec;
-    return fs::exists(file(name), ec);
-}
-
-ScopedCurrentDir::ScopedCurrentDir(const std::string& dir)
-    : previous_(fs::current_path().string()) {
-    fs::current_path(dir);
-}
-
-ScopedCurrentDir::~ScopedCurrentDir() {
-    std::error_code ec;
-    fs::current_path(previous_, ec);
 }
 
 }  // namespace lumbra::test

@@ -2,6 +2,7 @@
 // A real folder for one test, under the test run's temporary folder, removed with everything in it
 // when the object goes.
 
+#include <filesystem>
 #include <string>
 #include <string_view>
 
@@ -17,12 +18,15 @@ class TempDir {
     // The folder, without a trailing "/".
     const std::string& path() const { return path_; }
     // The path of name inside the folder.
-    std::string file(std::string_view name) const;
+    std::string file(std::string_view name) const { return path_ + "/" + std::string(name); }
     // Creates (or replaces) name with exactly these bytes.
     void write(std::string_view name, std::string_view bytes) const;
     // The bytes of name; "" when it cannot be read.
     std::string read(std::string_view name) const;
-    bool exists(std::string_view name) const;
+    bool exists(std::string_view name) const {
+        std::error_code ec;
+        return std::filesystem::exists(file(name), ec);
+    }
 
   private:
     std::string path_;
@@ -31,8 +35,14 @@ class TempDir {
 // Makes dir the current folder while the object lives, for tests of relative paths.
 class ScopedCurrentDir {
   public:
-    explicit ScopedCurrentDir(const std::string& dir);
-    ~ScopedCurrentDir();
+    explicit ScopedCurrentDir(const std::string& dir)
+        : previous_(std::filesystem::current_path().string()) {
+        std::filesystem::current_path(dir);
+    }
+    ~ScopedCurrentDir() {
+        std::error_code ec;
+        std::filesystem::current_path(previous_, ec);
+    }
     ScopedCurrentDir(const ScopedCurrentDir&) = delete;
     ScopedCurrentDir& operator=(const ScopedCurrentDir&) = delete;
 
