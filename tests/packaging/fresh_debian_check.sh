@@ -13,9 +13,8 @@ target=${2:-/tmp/lumbra-bookworm}
 [ -x "$target/usr/bin/apt-get" ] ||
     debootstrap --variant=minbase bookworm "$target" http://deb.debian.org/debian
 
-mount -t proc proc "$target/proc"
-mount --bind /dev "$target/dev"
-mount --bind /dev/pts "$target/dev/pts"
+mount -t proc proc "$target/proc" && mount --bind /dev "$target/dev" &&
+    mount --bind /dev/pts "$target/dev/pts"
 # A process of the chroot may still be closing when the script ends: detach then.
 trap 'for m in dev/pts dev proc; do umount "$target/$m" || umount -l "$target/$m"; done' EXIT
 
@@ -32,11 +31,9 @@ inside apt-get install -y -q man-db >/dev/null
 step "apt install ./$(basename "$deb")"
 inside apt install -y "/tmp/$(basename "$deb")"
 
-step "lumbractl --version"
+step "lumbractl --version; listar without -FP (/usr/lib/lumbra/Lumbra.par -> /etc/lumbra); man"
 inside lumbractl --version
-step "lumbractl listar (no -FP: /usr/lib/lumbra/Lumbra.par -> /etc/lumbra/Lumbra.par)"
 inside lumbractl listar
-step "man lumbractl"
 inside man -P cat lumbractl | head -n 20
 
 step "the window from lumbra.desktop, on a virtual display"

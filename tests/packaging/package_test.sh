@@ -11,10 +11,7 @@ version=$(sed -n 's/^project(Lumbra VERSION \([0-9.]*\).*/\1/p' "$root/CMakeList
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 failures=0
-fail() {
-    echo "FAIL: $*" >&2
-    ((failures++))
-}
+fail() { echo "FAIL: $*" >&2; ((failures++)); }
 
 [[ $(basename "$deb") == "lumbra_${version}_$(dpkg --print-architecture).deb" ]] ||
     fail "package file $deb, expected lumbra_${version}_<arch>.deb"
@@ -87,8 +84,7 @@ bash -n "$work/root/usr/share/bash-completion/completions/lumbractl" || fail "co
 # The installed programs: reached through /usr/bin, they take /usr/lib/lumbra as their folder.
 ctl=$work/root/usr/bin/lumbractl
 [[ $("$ctl" --version) == "lumbractl $version" ]] || fail "lumbractl --version: $("$ctl" --version)"
-"$ctl" listar >/dev/null 2>"$work/err"
-status=$?
+"$ctl" listar >/dev/null 2>"$work/err"; status=$?
 [[ $status -eq 3 ]] && grep -qF "$work/root/usr/lib/lumbra/Lumbra.par" "$work/err" ||
     fail "without -FP, lumbractl should look in its real folder (status $status): $(cat "$work/err")"
 "$ctl" -FP "$work/root/etc/lumbra/Lumbra.par" listar | grep -q "^LIG"$'\t'"1"$'\t' ||
@@ -100,7 +96,5 @@ lintian --fail-on error --tag-display-limit 0 "$deb" >"$work/lintian" 2>&1 ||
 $(cat "$work/lintian")"
 grep -v "root privileges" "$work/lintian" | sed 's/^/  lintian: /'
 
-if [[ $failures -eq 0 ]]; then
-    echo "package: $deb passed every check"
-fi
+[[ $failures -eq 0 ]] && echo "package: $deb passed every check"
 exit $((failures > 0))
