@@ -1,9 +1,11 @@
 #pragma once
-// A parameter file of our own in a temporary folder, and two pseudo-terminals standing in for the
-// serial ports COM1 and COM2 it names.
+// The real lumbractl as a child process (standard output and error through pipes, exit status),
+// and a parameter file of our own whose COM1 and COM2 are two pseudo-terminals.
 
 #include <gtest/gtest.h>
+#include <sys/types.h>
 
+#include <chrono>
 #include <string>
 #include <vector>
 
@@ -12,52 +14,68 @@
 
 namespace lumbra::test {
 
+struct ToolRun {
+    int status = -1;  // the exit status; 128 + n for a child ended by signal n
+    std::string out;
+    std::string err;
+};
+
+// One run of lumbractl. The child gets no display and no Qt platform from the test's environment,
+// so the run shows that the tool needs neither.
+class ToolProcess {
+  public:
+    // stdoutPipeSize > 0 shrinks the pipe of standard output, so that a child writing more than
+    // that waits until finish() reads it.
+    explicit ToolProcess(const std::vector<std::string>& args, int stdoutPipeSize = 0);
+    ~ToolProcess();
+    ToolProcess(const ToolProcess&) = delete;
+    ToolProcess& operator=(const ToolProcess&) = delete;
+
+    pid_t pid() const { return pid_; }
+    // The next line of standard output without its end; "" when none comes within limit.
+    std::string readLine(std::chrono::milliseconds limit);
+    // Reads both pipes to their end and waits for the child.
+    ToolRun finish();
+
+  private:
+    pid_t pid_ = -1;
+    int out_ = -1;
+    int err_ = -1;
+};
+
+inline ToolRun RunTool(const std::vector<std::string>& args) {
+    return ToolProcess(args).finish();
+}
+
 // The five header lines every parameter file starts with.
 inline std::string ParHeader() {
     return "'Nome       : Teste.par\r\n'Tipo       : PAR\r\n'Data       : 2026-01-01\r\n"
            "'Versao     : 1.0\r\n'Descricao  : Teste\r\n";
 }
 
-// The bytes of each send of the cycle of "Ciclo [CIC]" below: 27, 112, MO, P1, P2.
-inline std::string CycleSend(int i) {
-    const int mo = i % 2;
-    const int p2 = 10 + 20 * ((i / 2) % 13);
-    const int p1 = 10 + 20 * (i / 26);
-    return std::string("\x1Bp") + static_cast<char>(mo) + static_cast<char>(p1) +
-           static_cast<char>(p2);
-}
-
 class LumbractlFixture : public ::testing::Test {
   protected:
     void SetUp() override {
         par = dir.file("Teste.par");
-        dir.write("Teste.par", ParHeader() +
-                                   "#LIG Portas\r\n"
-                                   "Impressora [SER]=COM1,9600,n,8,1\r\n"
-                                   "Ficheiro [FIC]=" +
-                                   dir.file("saida.txt") +
-                                   "\r\n"
-                                   "Sem pasta [FIC]=" +
-                                   dir.file("falta/saida.txt") +
-                                   "\r\n"
-                                   "Impressora 2 [SER]=COM2,19200,n,8,1\r\n"
-                                   "##\r\n"
-                                   "#GAV Gaveta - Modos [CnvChr=0]\r\n"
-                                   "ESC p [ESC]=chr$(27)+\"p\"+chr$(0)+chr$(25)+chr$(250)\r\n"
-                                   "Pino 5 [ESC]=chr$(27,112,1,25,250)\r\n"
-                                   "Ciclo [CIC]=chr$(27)+\"p\"+chr$([MO])+chr$([P1])+chr$([P2])\r\n"
-                                   "Vazio [NADA]=\r\n"
-                                   "##\r\n"
-                                   "#DIS_OPC Display\r\n"
-                                   "Display [SER]=COM2,9600,n,8,1\r\n"
-                                   "Display em ficheiro [FIC]=" +
-                                   dir.file("display.txt") +
-                                   "\r\n"
-                                   "##\r\n"
-                                   "#DIS_CMD Comandos\r\n"
-                                   "Limpar [CLR]=chr$(12)\r\n"
-                                   "Sauda\xE7\xE3o [MSG]=chr$(12)Ol\xE1!chr$(13,10)\r\n"
-                                   "##\r\n");
+        const std::string lines[] = {"#LIG Portas",
+                                     "Impressora [SER]=COM1,9600,n,8,1",
+                                     "Impressora 2 [SER]=COM2,19200,n,8,1",
+                                     "##",
+                                     "#GAV Gaveta - Modos [CnvChr=0]",
+                                     "Pino 5 [ESC]=chr$(27,112,1,25,250)",
+                                     "Ciclo [CIC]=chr$(27)+\"p\"+chr$([MO])+chr$([P1])+chr$([P2])",
+                                     "##",
+                                     "#DIS_OPC Display",
+                                     "Display [SER]=COM2,9600,n,8,1",
+                                     "Display em ficheiro [FIC]=" + dir.file("display.txt"),
+                                     "##",
+                                     "#DIS_CMD Comandos",
+                                     "Sauda\xE7\xE3o [MSG]=chr$(12)Ol\xE1!chr$(13,10)",
+                                     "##"};
+        std::string text = ParHeader();
+        for (const std::string& line : lines)
+            text += line + "\r\n";
+        dir.write("Teste.par", text);
     }
 
     // The parameter file and both ports, then args.
@@ -69,7 +87,7 @@ class LumbractlFixture : public ::testing::Test {
     }
 
     TempDir dir;
-    PtyPair com1;
+    PtyPair com1;  // the printer
     PtyPair com2;
     std::string par;
 };

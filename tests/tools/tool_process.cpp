@@ -1,84 +1,51 @@
-#include "tests/tools/tool_process.h"
-
 #include <fcntl.h>
-#include <gtest/gtest.h>
 #include <poll.h>
 #include <signal.h>
-#include <spawn.h>
-#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
-#include <chrono>
-#include <cstring>
+#include <cstdlib>
 
-extern char** environ;
+#include "tests/tools/tool_fixture.h"
 
 namespace lumbra::test {
-namespace {
-
-// The test's environment without what would give the child a display or a Qt platform.
-std::vector<std::string> ChildEnvironment() {
-    std::vector<std::string> env;
-    for (char** e = environ; *e != nullptr; ++e) {
-        const std::string entry = *e;
-        const std::string name = entry.substr(0, entry.find('='));
-        if (name == "QT_QPA_PLATFORM" || name == "DISPLAY" || name == "WAYLAND_DISPLAY" ||
-            name == "LC_ALL")
-            continue;
-        env.push_back(entry);
-    }
-    env.emplace_back("LC_ALL=C.UTF-8");
-    return env;
-}
-
-std::vector<char*> Pointers(std::vector<std::string>& texts) {
-    std::vector<char*> p;
-    for (std::string& t : texts)
-        p.push_back(t.data());
-    p.push_back(nullptr);
-    return p;
-}
-
-}  // namespace
 
 ToolProcess::ToolProcess(const std::vector<std::string>& args, int stdoutPipeSize) {
-    int outPipe[2];
-    int errPipe[2];
-    if (::pipe2(outPipe, O_CLOEXEC) != 0 || ::pipe2(errPipe, O_CLOEXEC) != 0) {
-        ADD_FAILURE() << "pipe: " << std::strerror(errno);
+    int out[2];
+    int err[2];
+    if (::pipe2(out, O_CLOEXEC) != 0 || ::pipe2(err, O_CLOEXEC) != 0) {
+        ADD_FAILURE() << "no pipe";
         return;
     }
-    if (stdoutPipeSize > 0) ::fcntl(outPipe[1], F_SETPIPE_SZ, stdoutPipeSize);
-
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addopen(&actions, 0, "/dev/null", O_RDONLY, 0);
-    posix_spawn_file_actions_adddup2(&actions, outPipe[1], 1);
-    posix_spawn_file_actions_adddup2(&actions, errPipe[1], 2);
-
-    std::vector<std::string> argv = {LUMBRACTL_PATH};
-    argv.insert(argv.end(), args.begin(), args.end());
-    std::vector<std::string> env = ChildEnvironment();
-    std::vector<char*> argvP = Pointers(argv);
-    std::vector<char*> envP = Pointers(env);
-    const int rc =
-        ::posix_spawn(&pid_, LUMBRACTL_PATH, &actions, nullptr, argvP.data(), envP.data());
-    posix_spawn_file_actions_destroy(&actions);
-    ::close(outPipe[1]);
-    ::close(errPipe[1]);
-    out_ = outPipe[0];
-    err_ = errPipe[0];
-    if (rc != 0) {
-        ADD_FAILURE() << "posix_spawn " << LUMBRACTL_PATH << ": " << std::strerror(rc);
-        pid_ = -1;
+    if (stdoutPipeSize > 0) ::fcntl(out[1], F_SETPIPE_SZ, stdoutPipeSize);
+    std::vector<std::string> words = {LUMBRACTL_PATH};
+    words.insert(words.end(), args.begin(), args.end());
+    std::vector<char*> argv;
+    for (std::string& w : words)
+        argv.push_back(w.data());
+    argv.push_back(nullptr);
+    pid_ = ::fork();
+    if (pid_ == 0) {
+        // No display, no Qt platform and a locale of its own.
+        for (const char* name : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"})
+            ::unsetenv(name);
+        ::setenv("LC_ALL", "C.UTF-8", 1);
+        const int in = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
+        if (::dup2(in, 0) < 0 || ::dup2(out[1], 1) < 0 || ::dup2(err[1], 2) < 0) ::_exit(126);
+        ::execv(LUMBRACTL_PATH, argv.data());
+        ::_exit(127);
     }
+    if (pid_ < 0) ADD_FAILURE() << "no fork";
+    ::close(out[1]);
+    ::close(err[1]);
+    out_ = out[0];
+    err_ = err[0];
 }
 
 ToolProcess::~ToolProcess() {
-    if (!finished_ && pid_ > 0) {
+    if (pid_ > 0) {
         ::kill(pid_, SIGKILL);
         finish();
     }
@@ -104,7 +71,6 @@ std::string ToolProcess::readLine(std::chrono::milliseconds limit) {
 
 ToolRun ToolProcess::finish() {
     ToolRun run;
-    finished_ = true;
     std::array<pollfd, 2> fds = {pollfd{out_, POLLIN, 0}, pollfd{err_, POLLIN, 0}};
     std::array<std::string*, 2> into = {&run.out, &run.err};
     int open = 2;
@@ -124,58 +90,11 @@ ToolRun ToolProcess::finish() {
     }
     if (pid_ <= 0) return run;
     int status = 0;
-    struct rusage usage {};
-    while (::wait4(pid_, &status, 0, &usage) < 0 && errno == EINTR) {
+    while (::waitpid(pid_, &status, 0) < 0 && errno == EINTR) {
     }
+    pid_ = -1;
     run.status = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-    run.peakKb = usage.ru_maxrss;
     return run;
-}
-
-ToolRun RunTool(const std::vector<std::string>& args) {
-    ToolProcess process(args);
-    return process.finish();
-}
-
-PtyDrain::PtyDrain(int master) : master_(master), thread_([this] { run(); }) {}
-
-PtyDrain::~PtyDrain() {
-    stop_ = true;
-    if (thread_.joinable()) thread_.join();
-}
-
-std::string PtyDrain::bytes() const {
-    const std::lock_guard<std::mutex> lock(mutex_);
-    return bytes_;
-}
-
-std::string PtyDrain::finish(std::size_t count) {
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(2);
-    while (bytes().size() < count && std::chrono::steady_clock::now() < deadline)
-        std::this_thread::sleep_for(std::chrono::milliseconds(5));
-    stop_ = true;
-    if (thread_.joinable()) thread_.join();
-    // What the tool wrote before it ended is already at the master side: take it without waiting.
-    std::array<char, 4096> chunk{};
-    for (ssize_t n = 0; (n = ::read(master_, chunk.data(), chunk.size())) > 0;)
-        bytes_.append(chunk.data(), static_cast<std::size_t>(n));
-    return bytes();
-}
-
-void PtyDrain::run() {
-    while (!stop_) {
-        pollfd p{master_, POLLIN, 0};
-        if (::poll(&p, 1, 10) <= 0) continue;
-        std::array<char, 4096> chunk{};
-        const ssize_t n = ::read(master_, chunk.data(), chunk.size());
-        if (n > 0) {
-            const std::lock_guard<std::mutex> lock(mutex_);
-            bytes_.append(chunk.data(), static_cast<std::size_t>(n));
-        } else {
-            // No slave open (EIO) between two sends: wait for the next one.
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
-        }
-    }
 }
 
 }  // namespace lumbra::test

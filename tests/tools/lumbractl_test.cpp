@@ -1,0 +1,258 @@
+// The real lumbractl run as a child process: one path per command to a pseudo-terminal or a file,
+// every exit status with what it says, the listing, the cycle and its stop, and simular.
+
+#include <signal.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "channels/serial_lock.h"
+#include "tests/tools/tool_fixture.h"
+
+namespace lumbra::test {
+namespace {
+
+using std::chrono::seconds;
+using Strings = std::vector<std::string>;
+
+std::string Hex(const std::string& bytes) {
+    std::string out;
+    char buf[4];
+    for (char c : bytes) {
+        std::snprintf(buf, sizeof buf, "%02X", static_cast<unsigned char>(c));
+        out += (out.empty() ? "" : " ") + std::string(buf);
+    }
+    return out;
+}
+
+std::size_t Lines(const std::string& text) {
+    return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
+}
+
+// The 338 sends of the cycle of "Ciclo [CIC]": 27, 112, MO, P1, P2, MO innermost, P1 outermost.
+std::string CycleBytes() {
+    std::string sent;
+    for (int p1 = 10; p1 <= 250; p1 += 20)
+        for (int p2 = 10; p2 <= 250; p2 += 20)
+            sent +=
+                std::string("\x1Bp\0", 3) + char(p1) + char(p2) + "\x1Bp\x01" + char(p1) + char(p2);
+    return sent;
+}
+
+class Lumbractl : public LumbractlFixture {};
+
+// Each device command sends exactly the window's bytes and reports them with --bytes.
+TEST_F(Lumbractl, EachCommandSendsTheWindowsBytesToItsPort) {
+    const struct {
+        Strings args;
+        int port;  // 1, 2: the pseudo-terminal of COM1, COM2; 0: display.txt
+        std::string bytes;
+    } cases[] = {
+        {{"teste"}, 1, "Teste de liga\xE7\xE3o\r\n"},  // the first row and the preset text
+        {{"abrir", "--modo", "Pino 5"}, 1, "\x1Bp\x01\x19\xFA"},
+        {{"executar", "--comando", "Sauda\xC3\xA7\xC3\xA3o"}, 2, "\x0COl\xE1!\r\n"},
+        // Typed text goes out in Windows-1252 and is not decoded.
+        {{"mostrar", "--display", "2", "--texto", "Ol\xC3\xA1 chr$(12) \xE2\x82\xAC"},
+         0,
+         "Ol\xE1 chr$(12) \x80"},
+    };
+    for (const auto& c : cases) {
+        Strings args = Args(c.args);
+        args.emplace_back("--bytes");
+        const ToolRun run = RunTool(args);
+        EXPECT_EQ(run.status, 0) << run.err;
+        EXPECT_EQ(run.err, "");
+        const std::string got = c.port == 1   ? com1.readAvailable()
+                                : c.port == 2 ? com2.readAvailable()
+                                              : dir.read("display.txt");
+        EXPECT_EQ(got, c.bytes) << c.args[0];
+        const std::string channel =
+            c.port == 0 ? dir.file("display.txt") : "COM" + std::to_string(c.port);
+        EXPECT_EQ(run.out, channel + ": " + Hex(c.bytes) + "\n");
+    }
+}
+
+TEST_F(Lumbractl, EachFailureEndsWithItsStatusAndSaysWhyOnStandardError) {
+    const std::string usage =
+        "Uso: lumbractl [-FP FICHEIRO] [-COMn DISPOSITIVO]... COMANDO [OP\xC3\x87\xC3\x95"
+        "ES]\n";
+    const struct {
+        Strings args;
+        int status;
+        std::string errStart;
+    } cases[] = {
+        // Each stage of the channel reports its box as a title line and a text line; a box stops
+        // the cycle.
+        {{"-FP", par, "-COM1", "/nada/tty", "ciclo"},
+         1,
+         "Erro no ficheiro: COM1\nFuncao: Abrir|Erro:Port 1 (/nada/tty) does not exist\n"
+         "Erro no ficheiro: COM1\nFuncao: Escrever|Erro:Port 1 is not open\n"
+         "Erro no ficheiro: COM1\nFuncao: Fechar|Erro:Port 1 is not open\n"
+         "lumbractl: ciclo parado depois do envio 1, que falhou\n"},
+        {Args({"teste", "--porta", "9"}), 2,
+         "lumbractl: a zona LIG n\xC3\xA3o tem a linha \"9\" (--porta)\n" + usage},
+        {Args({"teste", "--texto", "seta \xE2\x86\x92 \xCE\xA9"}), 2,
+         "lumbractl: o valor de --texto tem caracteres que o Windows-1252 n\xC3\xA3o tem: U+2192 "
+         "U+03A9\n"},
+        {{"-FP", "/nada/Lumbra.par", "teste"},
+         3,
+         "Erro a abrir ficheiro\nErro : 52   Bad file name or number\nFicheiro :   ()\n"
+         "lumbractl: ficheiro de par\xC3\xA2metros: /nada/Lumbra.par: n\xC3\xA3o existe\n"},
+    };
+    for (const auto& c : cases) {
+        const ToolRun run = RunTool(c.args);
+        EXPECT_EQ(run.status, c.status) << run.err;
+        EXPECT_EQ(run.err.substr(0, c.errStart.size()), c.errStart);
+        EXPECT_EQ(run.out, "");
+    }
+    EXPECT_EQ(com1.readAvailable() + com2.readAvailable(), "");
+}
+
+TEST(LumbractlAlone, ConverterHelpAndPortasNeedNoParameterFile) {
+    const ToolRun hex = RunTool({"converter", "--hex=8000"});
+    EXPECT_EQ(hex.status, 0);
+    EXPECT_EQ(hex.out, "-32768\n");
+    const ToolRun tool = RunTool({"--help"});
+    EXPECT_EQ(tool.status, 0);
+    EXPECT_EQ(tool.out.rfind("Uso: lumbractl [-FP FICHEIRO] [-COMn DISPOSITIVO]... COMANDO", 0),
+              0u);
+    // Each command has a help of its own.
+    const ToolRun abrir = RunTool({"abrir", "--help"});
+    EXPECT_EQ(abrir.status, 0);
+    EXPECT_NE(abrir.out.find(" abrir"), std::string::npos);
+    EXPECT_NE(abrir.out, tool.out);
+    const ToolRun portas = RunTool({"portas"});
+    EXPECT_EQ(portas.status, 0) << portas.err;
+    EXPECT_TRUE(
+        portas.out == "Nenhuma porta s\xC3\xA9rie encontrada nesta m\xC3\xA1quina.\n" ||
+        (portas.out.rfind("/dev/", 0) == 0 && portas.out.find("  acesso: ") != std::string::npos))
+        << portas.out;
+}
+
+// The rows of the four zones in UTF-8, each value written so that, pasted back as
+// "name [kind]=value" under its zone, it reads back to the same bytes.
+TEST(LumbractlListar, ListsTheSampleAndWritesAwkwardValuesSoThatTheyReadBack) {
+    const ToolRun run =
+        RunTool({"-FP", std::string(LUMBRA_SOURCE_DIR) + "/examples/Lumbra.par", "listar"});
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_EQ(run.err, "");
+    EXPECT_EQ(run.out,
+              "LIG\t1\tImpressora s\xC3\xA9rie\tSER\tCOM1,9600,n,8,1\n"
+              "LIG\t2\tFicheiro de teste\tFIC\t/tmp/lumbra-impressora.txt\n"
+              "LIG\t3\tImpressora paralela\tLPT\t/dev/lp0\n"
+              "GAV\t1\tESC p, pino 2\tESC\tchr$(27)+\"p\"+chr$(0)+chr$(25)+chr$(250)\n"
+              "GAV\t2\tESC p, pino 5\tESC\tchr$(27,112,1,25,250)\n"
+              "GAV\t3\tImpulso DLE DC4\tDLE\tchr$(16,20,1,0,5)\n"
+              "GAV\t4\tCiclo ESC p\tCIC\tchr$(27)+\"p\"+chr$([MO])+chr$([P1])+chr$([P2])\n"
+              "DIS_OPC\t1\tDisplay s\xC3\xA9rie\tSER\tCOM2,9600,n,8,1\n"
+              "DIS_OPC\t2\tDisplay em ficheiro\tFIC\t/tmp/lumbra-display.txt\n"
+              "DIS_CMD\t1\tLimpar\tCLR\tchr$(12)\n"
+              "DIS_CMD\t2\tCursor ao in\xC3\xAD"
+              "cio\tHOME\tchr$(11)\n"
+              "DIS_CMD\t3\tSauda\xC3\xA7\xC3\xA3o\tMSG\t"
+              "chr$(12)Bem-vindo!chr$(13)chr$(10)Obrigado pela visita\n");
+    const TempDir dir;
+    dir.write("Estranho.par", ParHeader() +
+                                  "#GAV Gaveta - Modos [CnvChr=0]\r\n"
+                                  "Literal [L]=chr$(27,112)+\"p\" \r\nSeta [S]=x<-<-\r\n##\r\n"
+                                  "#DIS_CMD Comandos\r\n"
+                                  "Indefinidos [ I ]=chr$(127,129,141,143,144,157,0)\r\n"
+                                  "Mais [M]=xchr$(43)\r\n##\r\n");
+    EXPECT_EQ(RunTool({"-FP", dir.file("Estranho.par"), "listar"}).out,
+              "GAV\t1\tLiteral\tL\tchr$(27,112)+\"p\" <-\n"
+              "GAV\t2\tSeta\tS\tx<-<-\n"
+              "DIS_CMD\t1\tIndefinidos\t I \t"
+              "chr$(127)chr$(129)chr$(141)chr$(143)chr$(144)chr$(157)chr$(0)\n"
+              "DIS_CMD\t2\tMais\tM\txchr$(43)\n");
+}
+
+TEST(LumbractlListar, SaysInOneLineWhatTheEngineReadPastInSilence) {
+    std::string manyRows = ParHeader() + "#LIG Portas\r\n";
+    for (int i = 0; i < 32770; ++i)
+        manyRows += "Porta [FIC]=x\r\n";
+    const struct {
+        std::string bytes;
+        std::size_t rows;
+        std::string err;
+    } cases[] = {
+        {std::string(40000, 'a'), 0,
+         "lumbractl: aviso: linhas com mais de 32767 caracteres, cortadas nesse limite: 1\n"},
+        {manyRows + "##\r\n", 32767,
+         "lumbractl: aviso: linhas al\xC3\xA9m das 32767 que uma zona pode ter, ignoradas: 3\n"},
+        {ParHeader() + "#LIG\r\nSauda\xC3\xA7\xC3\xA3o [FIC]=x\r\n##\r\n", 1,
+         "lumbractl: aviso: o ficheiro de par\xC3\xA2metros est\xC3\xA1 em UTF-8, n\xC3\xA3o em "
+         "Windows-1252: os acentos aparecem como \"\xC3\x83\xC2\xA9\" e saem como dois bytes\n"},
+    };
+    for (const auto& c : cases) {
+        const TempDir dir;
+        dir.write("p.par", c.bytes);
+        const ToolRun run = RunTool({"-FP", dir.file("p.par"), "listar"});
+        EXPECT_EQ(run.status, 0);
+        EXPECT_EQ(run.err, c.err);
+        EXPECT_EQ(Lines(run.out), c.rows);
+    }
+}
+
+TEST_F(Lumbractl, CycleSendsAll338CommandsInTheWindowsOrder) {
+    const ToolRun run = RunTool(Args({"ciclo", "--modo", "Ciclo", "--bytes"}));
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_EQ(run.err, "");  // standard error is no terminal here: no progress on it
+    const std::string sent = CycleBytes();
+    EXPECT_TRUE(com1.readExactly(sent.size()) == sent);
+    EXPECT_EQ(Lines(run.out), 338u);
+    EXPECT_EQ(run.out.substr(0, 21), "COM1: 1B 70 00 0A 0A\n");
+}
+
+// A stop signal lets the send under way complete, the port closes (its lock goes with it) and the
+// tool ends with 128 + the signal.
+TEST_F(Lumbractl, AStopSignalEndsTheCycleBetweenTwoSendsAndClosesThePort) {
+    for (const int signo : {SIGINT, SIGTERM}) {
+        // A small pipe the test does not read yet: after a couple of hundred --bytes lines the
+        // tool waits on it, so the cycle cannot end before the signal arrives.
+        ToolProcess tool(Args({"ciclo", "--modo", "Ciclo", "--bytes"}), 4096);
+        ASSERT_NE(tool.readLine(seconds(30)), "") << "the cycle did not start";
+        ::kill(tool.pid(), signo);
+        const ToolRun run = tool.finish();
+        const std::string got = com1.readAvailable();
+        EXPECT_EQ(run.status, 128 + signo) << run.err;
+        const std::size_t sends = got.size() / 5;
+        EXPECT_TRUE(got == CycleBytes().substr(0, 5 * sends)) << "a send was cut short";
+        EXPECT_LT(sends, 338u);
+        EXPECT_EQ(Lines(run.out) + 1, sends);
+        EXPECT_EQ(run.err, "lumbractl: ciclo interrompido depois de " + std::to_string(sends) +
+                               " de 338 envios\n");
+        EXPECT_NE(::access(SerialLockPath(com1.slavePath()).c_str(), F_OK), 0);
+    }
+}
+
+// simular --json prints the port options for lumbractl first, then one line per device event.
+TEST_F(Lumbractl, SimularShowsWhatTheDevicesDid) {
+    ToolProcess simulator({"simular", "--json"});
+    const std::string ports = simulator.readLine(seconds(10));
+    const std::string key = "\"options\":\"";
+    const std::size_t at = ports.find(key);
+    ASSERT_NE(at, std::string::npos) << ports;
+    Strings args = {"-FP", par};
+    std::istringstream words(
+        ports.substr(at + key.size(), ports.find('"', at + key.size()) - at - key.size()));
+    for (std::string w; words >> w;)
+        args.push_back(w);
+    ASSERT_EQ(args.size(), 6u) << ports;
+    const auto send = [&](Strings more) {
+        more.insert(more.begin(), args.begin(), args.end());
+        EXPECT_EQ(RunTool(more).status, 0);
+    };
+    send({"abrir"});
+    EXPECT_EQ(simulator.readLine(seconds(20)),
+              R"({"device":"printer","event":"drawer","pin":5,"on_ms":50,"off_ms":500})");
+    ::kill(simulator.pid(), SIGINT);
+    const ToolRun end = simulator.finish();
+    EXPECT_EQ(end.status, 0) << end.err;
+}
+
+}  // namespace
+}  // namespace lumbra::test
