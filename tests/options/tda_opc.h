@@ -1,0 +1,115 @@
+#pragma once
+// What the option-table tests share: an option table whose inner state can be looked at,
+// parameter files written as the program writes them (CR LF after every line), a file-size limit
+// that makes the host refuse a write part way as a full disk does, and the program's command line
+// and folder set for one test.
+
+#include <signal.h>
+#include <sys/resource.h>
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <initializer_list>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "options/TdaOpc.h"
+#include "platform/program.h"
+#include "tests/support/temp_dir.h"
+
+namespace lumbra::test {
+
+class OpenTdaOpc : public TdaOpc {
+  public:
+    using TdaOpc::FicAtu;
+    using TdaOpc::LerLinAtr;
+    using TdaOpc::LerLinCnt;
+
+    const ParReg& current() const { return parAct; }
+    std::int16_t fileCount() const { return ficQtd; }
+    std::int16_t conversion() const { return espAct; }
+    const std::string& specials() const { return espLst; }
+    const std::vector<std::string>& args() const { return lcArg; }
+    const std::vector<ParReg>& memory() const { return memTab; }
+    const std::vector<std::string>& header() const { return cabLin; }
+    const std::vector<std::string>& records() const { return regLin; }
+    const std::vector<std::string>& options() const { return opcLin; }
+    const std::vector<ParReg>& optionTable() const { return opcTab; }
+    const std::vector<TboReg>& entries() const { return tboTab; }
+
+    // Reads one logical line; its text.
+    std::string next() {
+        std::int16_t ok = 0;
+        LerLin(ok);
+        return parAct.txp;
+    }
+    // The text of option chv.
+    std::string option(const std::string& chv) {
+        std::string value;
+        OpcCon(chv, value);
+        return value;
+    }
+};
+
+// The lines, each followed by CR LF.
+inline std::string Lines(std::initializer_list<std::string_view> lines) {
+    std::string bytes;
+    for (const std::string_view line : lines)
+        (bytes += line) += "\r\n";
+    return bytes;
+}
+
+// Writes name into dir as a parameter file: five header lines of type PAR, then the body lines.
+inline std::string ParameterFile(const TempDir& dir, const std::string& name,
+                                 const std::vector<std::string>& body) {
+    std::string bytes = Lines({"'Nome       : x.par", "'Tipo       : PAR",
+                               "'Data       : ", "'Versao     : 1.0", "'Descricao  : "});
+    for (const auto& line : body)
+        bytes += line + "\r\n";
+    dir.write(name, bytes);
+    return dir.file(name);
+}
+
+// How many entries the folder holds: a whole-file write must leave no temporary file behind.
+inline std::size_t FilesIn(const TempDir& dir) {
+    const std::filesystem::directory_iterator it(dir.path());
+    return static_cast<std::size_t>(std::distance(begin(it), end(it)));
+}
+
+// Runs work with files limited to 4 KiB when limited is true.
+inline void WithSizeLimit(bool limited, const std::function<void()>& work) {
+    struct sigaction ignore {};
+    ignore.sa_handler = SIG_IGN;
+    struct sigaction previous {};
+    ::sigaction(SIGXFSZ, &ignore, &previous);
+    rlimit old{};
+    ::getrlimit(RLIMIT_FSIZE, &old);
+    rlimit small = old;
+    if (limited) small.rlim_cur = 4096;
+    ::setrlimit(RLIMIT_FSIZE, &small);
+    work();
+    ::setrlimit(RLIMIT_FSIZE, &old);
+    ::sigaction(SIGXFSZ, &previous, nullptr);
+}
+
+// The program runs with these words after its name, from this folder, while the object lives.
+class ScopedProgram {
+  public:
+    explicit ScopedProgram(const std::vector<std::string>& words, const std::string& folder = "") {
+        std::vector<const char*> argv{"lumbra"};
+        for (const auto& w : words)
+            argv.push_back(w.c_str());
+        platform::SetProgramArgs(static_cast<int>(argv.size()), argv.data());
+        platform::OverrideProgramFolder(folder);
+    }
+    ~ScopedProgram() {
+        platform::SetProgramArgs(0, nullptr);
+        platform::OverrideProgramFolder("");
+    }
+    ScopedProgram(const ScopedProgram&) = delete;
+    ScopedProgram& operator=(const ScopedProgram&) = delete;
+};
+
+}  // namespace lumbra::test
