@@ -7,7 +7,7 @@
 
 #include <filesystem>
 
-#include "tests/app/program_fixture.h"
+#include "tests/app/app_fixture.h"
 
 namespace lumbra::test {
 namespace {

@@ -17,27 +17,17 @@
 
 #include "app/LumbraGb.h"
 #include "app/LumbraMnu.h"
-#include "channels/PgmFic.h"
-#include "platform/program.h"
-#include "tests/app/par_file.h"
+#include "tests/app/app_fixture.h"
 
 namespace lumbra::test {
 
-// The command line the program reads: "-FP parFile", then "-COMn device".
+// The program's command line: "-FP parFile", then "-COMn device".
 inline void SetCommandLine(const std::string& parFile,
                            const std::vector<std::pair<int, std::string>>& ports = {}) {
     std::vector<std::string> words{"-FP", parFile};
     for (const auto& [number, device] : ports)
         words.insert(words.end(), {"-COM" + std::to_string(number), device});
     SetCommandLine(words);
-}
-
-// Forgets what an earlier run in this process left: configuration, channels, command line, folder.
-inline void ResetProgram() {
-    CanFim();
-    Gb() = LumbraGbState{};
-    platform::OverrideProgramFolder("");
-    SetCommandLine(std::vector<std::string>{});
 }
 
 // The program's start as main does it, on the command line set before: the window, Form_Load, then
