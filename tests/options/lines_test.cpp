@@ -34,12 +34,10 @@ TEST(LineSyntax, ParTppAndParPrepSplitALine) {
         {"Porta de comunica\xE7\xE3o [porta\xE7\xE3o] = COM1", "=", "PORTA\xC7\xC3O",
          "Porta de comunica\xE7\xE3o", "porta\xE7\xE3o", " COM1", 34},
         {"x [a.b] = 5", "=", "A.B", "x", "a.b", " 5", 10},
-        {"Nome [ NOME ] =", "=", "NOME", "Nome", " NOME ", "", 16},
         {"Vel [VEL = 1", "=", "", "Vel [VEL", "", " 1", 11},
         // ParTpp looks for the brackets over the whole line, ParPrep before the "=" only.
         {"Valor = [ref] fim", "=", "REF", "Valor", "", " [ref] fim", 8},
         {"  ' nota = 1", "=", "", "' nota", "", " 1", 11},
-        {"Pos [P] fim = a=b", "=", "P", "Pos", "P", " a=b", 14},
     };
     TdaOpc opc;
     for (const auto& c : cases) {
@@ -142,17 +140,6 @@ TEST(SpecialOptions, OpcEspUsaTakesTheItemsOutAndDecodingStaysOnOnlyForCnvChrOne
         opc.LerPar(vp);
         EXPECT_EQ(vp, Variant(c.vtx)) << c.txi;
     }
-    // Any item is read by the target's kind, in capitals; a missing one leaves the target.
-    OpenTdaOpc opc;
-    std::string txi = "Info [X=1] [Nome=abc]";
-    std::int16_t usa = 0;
-    opc.OpcEspUsa(txi, usa);
-    Variant number = std::int16_t{0}, text = "", missing = "antes";
-    opc.OpcEspCon(" x ", number);
-    opc.OpcEspCon("nome", text);
-    opc.OpcEspCon("Falta", missing);
-    EXPECT_EQ(std::vector<Variant>({number, text, missing}),
-              std::vector<Variant>({Variant(1.0), Variant("ABC"), Variant("antes")}));
 }
 
 TEST(FileStack, TheHeaderIsConsumedAndTheTypeTakenFromTheSecondLine) {
@@ -189,38 +176,6 @@ TEST(FileStack, NestedFilesAreReadBackInOrderAndClosedByKvFimOrDestruction) {
     opc.tboFim();
     EXPECT_EQ(opc.FicAtu(), -1);
     EXPECT_FALSE(platform::FileIsOpen(first));
-
-    for (const bool destroy : {true, false}) {
-        auto* two = new OpenTdaOpc;
-        two->tboPrp(dir.file("a.par"));
-        const std::int16_t a = two->FicAtu();
-        two->tboPrp(dir.file("a.par"));
-        const std::int16_t b = two->FicAtu();
-        if (destroy) delete two;
-        if (!destroy) two->KvFim();
-        EXPECT_FALSE(platform::FileIsOpen(a) || platform::FileIsOpen(b)) << destroy;
-        if (!destroy) delete two;
-    }
-}
-
-TEST(FileStack, KvIniResetsTheTablesButLeavesOpenFilesOpen) {
-    TempDir dir;
-    std::int16_t a = 0;
-    {
-        OpenTdaOpc opc;
-        opc.tboPrp(ParameterFile(dir, "a.par", {}));
-        a = opc.FicAtu();
-        opc.MemOpcReg("X", Variant("1"));
-        std::string txi = "i [CnvChr=0]";
-        std::int16_t usa = 0;
-        opc.OpcEspUsa(txi, usa);
-        opc.KvIni();
-        EXPECT_EQ(opc.fileCount(), 0);
-        EXPECT_EQ(opc.memory().size(), 1U);
-        EXPECT_EQ(opc.conversion(), 1);
-    }
-    EXPECT_TRUE(platform::FileIsOpen(a)) << "off the stack, so not closed by destruction";
-    platform::FileClose(a);
 }
 
 TEST(FileStack, AFileThatCannotBeOpenedEndsTheProgramAfterTheMessage) {
@@ -247,14 +202,6 @@ TEST(FileStack, AFileThatCannotBeOpenedEndsTheProgramAfterTheMessage) {
     }
 }
 
-TEST(CommandLine, SplitsIntoWordsAtBlanksOnly) {
-    OpenTdaOpc opc;
-    opc.LcPrpArg("  X\tY   \"C:\\Os Meus\"");
-    EXPECT_EQ(opc.args(),
-              (std::vector<std::string>{"  X\tY   \"C:\\Os Meus\"", "X\tY", "\"C:\\Os", "Meus\""}));
-    EXPECT_EQ(opc.LcArgC(), 3);
-}
-
 TEST(CommandLine, LcConFindsTheWordAtAPositionOrAfterASwitch) {
     const struct {
         std::string cmd;
@@ -265,6 +212,8 @@ TEST(CommandLine, LcConFindsTheWordAtAPositionOrAfterASwitch) {
         {"-fp C:\\A.PAR", "-FP", "", 1, "C:\\A.PAR"},
         {"-FP", "-FP", "", 0, ""},
         {"A B C", std::int16_t{0}, "", 0, ""},
+        // Words are split at blanks only.
+        {" a\tb  c", 2.0, "", 1, "c"},
         // A position is rounded half to even.
         {"A B C", 2.5, "", 1, "B"},
         {"A B C", 3.5, "", 0, ""},

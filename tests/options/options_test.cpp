@@ -8,7 +8,6 @@
 #include <string>
 #include <vector>
 
-#include "options/keyed_list_index.h"
 #include "tests/options/tda_opc.h"
 #include "util/lists/keyed_list.h"
 
@@ -21,37 +20,20 @@ namespace {
 class Options : public ::testing::Test {
   protected:
     void SetUp() override {
-        std::vector<std::string> body{
-            "#DEF Geral - Defini\xE7\xF5"
-            "es",
-            "Direct\xF3rio base [DirBas]=C:\\LUMBRA",
-            "Direct\xF3rio tempor\xE1rio [DirTmp]=[DirBas]\\TMP",
-            "Espa\xE7os [Esp]=  a b  ",
-            "N\xFAmero [Num]=12",
-            "Texto [Txt]=abc",
-            "Hexadecimal [Hex]=&H10",
-            "Cadeia [A]=[B]\\x",
-            "Cadeia [B]=[C]\\y",
-            "Cadeia [C]=z",
-            "Pr\xF3prio [Self]=[Self]",
-            "Falta [Fal]=[Nada]x",
-            "Min\xFAsculas [Min]=[ dirbas ]\\m",
-            "Programa [Prg]=[APP:PATH]/cfg",
-            "Linha [Lin]=[LC:FP]",
-            "Til [LC:~]=til",
-            "Fecho [Fec]=]"};
+        std::vector<std::string> body;
+        body.insert(body.end(),
+                    {"#DEF Geral - Op", "Base [DirBas]=C:\\LUMBRA", "Tmp [DirTmp]=[DirBas]\\TMP",
+                     "Blanks [Esp]=  a b  ", "Num [Num]=12", "Txt [Txt]=abc", "Hex [Hex]=&H10",
+                     "Ref [A]=[B]\\x", "Ref [B]=[C]\\y", "Ref [C]=z", "Ref [Self]=[Self]",
+                     "Ref [Fal]=[Nada]x", "Ref [Min]=[ dirbas ]\\m", "Ref [Prg]=[APP:PATH]/cfg",
+                     "Ref [Lin]=[LC:FP]", "Til [LC:~]=til", "Fecho [Fec]=]"});
         // N1 refers to N2, and so on; only N30 holds a plain value.
         for (int i = 1; i < 30; ++i)
             body.push_back("Elo [N" + std::to_string(i) + "]=[N" + std::to_string(i + 1) + "]");
-        body.insert(
-            body.end(),
-            {"Elo [N30]=fim", "##", "#X", "Caminho [Cam]=[DirBas]\\x",
-             "Depura\xE7\xE3o [DbgModo]= modo ", "N\xEDvel [DBG1]=1", "Outro [DbgOutro]=nao", "##",
-             "#OPC Op\xE7\xF5"
-             "es",
-             "Direct\xF3rio tempor\xE1rio [F:DirTmp]=[DirBas]\\TMP",
-             "Direct\xF3rio base [DirBase]=[DirBas]",
-             "Editor de texto [F:Editor]=[DirBas]\\notepad.exe", "N\xFAmero [N]=1", "##"});
+        body.insert(body.end(), {"Elo [N30]=fim", "##", "#X", "Cam [Cam]=[DirBas]\\x",
+                                 "Dbg [DbgModo]= modo ", "Dbg [DBG1]=1", "Dbg [DbgOutro]=nao", "##",
+                                 "#OPC", "Tmp [F:DirTmp]=[DirBas]\\TMP", "Base [DirBase]=[DirBas]",
+                                 "Editor [F:Editor]=[DirBas]\\notepad.exe", "Num [N]=1", "##"});
         opc_.ZonIniLer(ParameterFile(dir_, "o.par", body));
         opc_.LcPrpArg("-fp C:\\A.PAR - tra\xE7o -N 12");
     }
@@ -188,27 +170,6 @@ TEST(OptionList, TheThirtyTwoThousandAndFirstNameIsRefused) {
     EXPECT_EQ(opc.option("K1"), "w") << "a full list still takes new values for its names";
 }
 
-TEST(KeyedListIndex, AnswersAsTheKeyedListWhenTheListChangedBehindItOrWasNoKeyedList) {
-    std::int16_t ok = 0, pos = 0;
-    std::string val;
-    std::vector<std::string> followed;
-    LstIni(followed);
-    KeyedListIndex index;
-    index.Reset(followed);
-    index.Reg(followed, "A", "1", pos);
-    LstAct(followed, "X", "fora", ok);
-    index.Con(followed, "X", val, pos);
-    EXPECT_EQ(val + std::to_string(pos), "fora2");
-    index.Reg(followed, "B", "2", pos);
-    EXPECT_EQ(pos, 3);
-
-    std::vector<std::string> plain{""};
-    index.Reset(plain);
-    index.Reg(plain, "A", "1", pos);
-    EXPECT_EQ(pos, 0);
-    EXPECT_EQ(plain, std::vector<std::string>{""});
-}
-
 TEST(ZoneValues, OpcArrGivesTheValuesInOrderOfFirstAppearance) {
     TempDir dir;
     OpenTdaOpc opc;
@@ -275,10 +236,8 @@ TEST_F(Options, OpcTabPrpSelectsByNamePrefixAndOpcTabConWalksTheSelection) {
     Next();
     ASSERT_EQ(opc_.optionTable().size(), 5U);
     EXPECT_TRUE(Walk(opc_).empty()) << "nothing is selected before OpcTabPrp";
-    const Entry tmp{"Direct\xF3rio tempor\xE1rio", "C:\\LUMBRA\\TMP", "DIRTMP"};
-    const Entry base{"Direct\xF3rio base", "[DirBas]", "DIRBASE"};
-    const Entry editor{"Editor de texto", "C:\\LUMBRA\\notepad.exe", "EDITOR"};
-    const Entry number{"N\xFAmero", "1", "N"};
+    const Entry tmp{"Tmp", "C:\\LUMBRA\\TMP", "DIRTMP"}, base{"Base", "[DirBas]", "DIRBASE"},
+        editor{"Editor", "C:\\LUMBRA\\notepad.exe", "EDITOR"}, number{"Num", "1", "N"};
     const struct {
         std::string tpv;
         std::vector<Entry> entries;
