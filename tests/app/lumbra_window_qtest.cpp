@@ -160,8 +160,6 @@ class LumbraWindowTest : public QObject {
         QTest::addColumn<QString>("other");
         QTest::newRow("decimal") << true << "255"
                                  << "FF";
-        QTest::newRow("not one number") << true << "12abc"
-                                        << "Erro";
         QTest::newRow("hexadecimal, 16-bit") << false << "8000"
                                              << "-32768";
     }
