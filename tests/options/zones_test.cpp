@@ -45,19 +45,16 @@ TEST(ZoneWalk, TheExampleFileGivesItsThreeZonesCallByCall) {
     TempDir dir;
     const ScopedProgram program({"-FP", "x.par", "-COM1", "/dev/ttyUSB0"});
     OpenTdaOpc opc;
-    opc.ZonIni(ParameterFile(
-        dir, "Lumbra.par",
-        {"#DEF Geral - Defini\xE7\xF5"
-         "es",
-         "Modo de depura\xE7\xE3o [DbgModo]=0", "Direct\xF3rio base [DirBas]=C:\\LUMBRA", "##",
-         "' texto entre zonas", "#LIG Liga\xE7\xE3o", "Porta de liga\xE7\xE3o [Porta]=1",
-         "' coment\xE1rio", "Velocidade [Vel]=9600", "##", "#AJUDA:TX Texto - Ajuda [CnvChr=0]",
-         "Primeira linha chr$(65)", "", "' tamb\xE9m guardada", "##"}));
+    opc.ZonIni(
+        ParameterFile(dir, "Lumbra.par",
+                      {"#DEF Geral - Geral", "Modo de depura\xE7\xE3o [DbgModo]=0",
+                       "Direct\xF3rio base [DirBas]=C:\\LUMBRA", "##", "' texto entre zonas",
+                       "#LIG Liga\xE7\xE3o", "Porta de liga\xE7\xE3o [Porta]=1", "' coment\xE1rio",
+                       "Velocidade [Vel]=9600", "##", "#AJUDA:TX Texto - Ajuda [CnvChr=0]",
+                       "Primeira linha chr$(65)", "", "' tamb\xE9m guardada", "##"}));
     opc.LcPrpArg("antes");
 
-    EXPECT_EQ(NextZone(opc), (Zone{"DEF", "IDE", 2,
-                                   "Defini\xE7\xF5"
-                                   "es"}));
+    EXPECT_EQ(NextZone(opc), (Zone{"DEF", "IDE", 2, "Geral"}));
     const auto expected = KeyedList({{"DBGMODO", "0"}, {"DIRBAS", "C:\\LUMBRA"}});
     EXPECT_EQ(opc.options(), expected);
     EXPECT_EQ(opc.LcArgC(), 4) << "the DEF zone re-reads the command line";
@@ -325,39 +322,35 @@ TEST(MemoryTable, ProgramTextIsDecodedAndProgramValuesAppended) {
     EXPECT_EQ(opc.memory()[4].vtx, ".5");
 }
 
-const std::string kTable = Lines({"'Nome       : Programas.tbo",
-                                  "'Tipo       : TBO",
-                                  "'Data       : ",
-                                  "'Versao     : 1.0",
-                                  "'Descricao  : ",
-                                  "",
-                                  "#DEF - Defini\xE7\xF5"
-                                  "es",
-                                  "Directorio base [DirBas]=C:\\LUMBRA",
-                                  "##",
-                                  "#TBO - Programas",
-                                  "Editor de texto [1:DIV]=[DirBas]\\notepad.exe",
-                                  "Calculadora [0:DIV]=calc.exe",
-                                  "Gaveta [1:GAV]= [DirBas]\\gav\\abrir.exe ",
-                                  "Espaco [ 1:DIV]=x",
-                                  "Minusculas [1:div]=z",
-                                  "Sem grupo [1]=w",
-                                  "Sem colchetes = v",
-                                  "' comentario [1:DIV]=c",
-                                  "##",
-                                  "#LIG - Outra zona",
-                                  "Porta [1:DIV]=COM1",
-                                  "##",
-                                  "#TBO:TX - Texto",
-                                  "Texto [1:DIV]=t",
-                                  "##",
-                                  "#tbo - Mais",
-                                  "Outro [1:GAV]=o.exe",
-                                  "##"});
+// An option-table file with entries of every shape.
+std::string TableFile(const TempDir& dir) {
+    return ParameterFile(dir, "Programas.tbo",
+                         {"#DEF - Geral",
+                          "Base [DirBas]=C:\\LUMBRA",
+                          "##",
+                          "#TBO - Programas",
+                          "Editor de texto [1:DIV]=[DirBas]\\notepad.exe",
+                          "Calculadora [0:DIV]=calc.exe",
+                          "Gaveta [1:GAV]= [DirBas]\\gav\\abrir.exe ",
+                          "Espaco [ 1:DIV]=x",
+                          "Minusculas [1:div]=z",
+                          "Sem grupo [1]=w",
+                          "Sem colchetes = v",
+                          "' comentario [1:DIV]=c",
+                          "##",
+                          "#LIG - Outra zona",
+                          "Porta [1:DIV]=COM1",
+                          "##",
+                          "#TBO:TX - Texto",
+                          "Texto [1:DIV]=t",
+                          "##",
+                          "#tbo - Mais",
+                          "Outro [1:GAV]=o.exe",
+                          "##"});
+}
 
 TEST(OptionFiles, TheGroupSelectionPicksEntriesInFileOrder) {
     TempDir dir;
-    dir.write("Programas.tbo", kTable);
     OpenTdaOpc opc;
     using Names = std::vector<std::string>;
     const struct {
@@ -375,7 +368,7 @@ TEST(OptionFiles, TheGroupSelectionPicksEntriesInFileOrder) {
     };
     for (const auto& c : cases) {
         std::int16_t nop = -1;
-        opc.tbOpcPrp(dir.file("Programas.tbo"), c.grv, "TBO", nop);
+        opc.tbOpcPrp(TableFile(dir), c.grv, "TBO", nop);
         Names names;
         for (std::size_t i = 1; i < opc.entries().size(); ++i)
             names.push_back(opc.entries()[i].txi);
@@ -388,9 +381,8 @@ TEST(OptionFiles, TheGroupSelectionPicksEntriesInFileOrder) {
 
 TEST(OptionFiles, TbOpcProFillsTheTenColumnsOfTheFirstMaxRows) {
     TempDir dir;
-    dir.write("Programas.tbo", kTable);
     OpenTdaOpc opc;
-    opc.tbOpcPrp(dir.file("Programas.tbo"), "", "TBO");
+    opc.tbOpcPrp(TableFile(dir), "", "TBO");
     TdaOpc::TboMat m;
     std::int16_t nop = 0;
     opc.tbOpcPro(m, nop, 5);
