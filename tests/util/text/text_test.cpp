@@ -51,12 +51,10 @@ TEST(NumRead, ReadsEveryNotationStopsAtTheFirstUnfitCharacterAndFailsOnOverflow)
         {"&H123456789", 0, false},
         {" 1\t2\n", 12, true},
         {"1\r2", 1, true},
-        {"1.5E3", 1500, true},
         {"1d-2", 0.01, true},
         {"1E10", 1e10, true},
         {"-.5", -0.5, true},
         {"1.2.3", 1.2, true},
-        {"12AB", 12, true},
         {"abc", 0, true},
         {"123456789012345678901234567890", 1.2345678901234568e29, true},
         {"0.000000000000000000000000000001", 1e-30, true},
@@ -69,22 +67,6 @@ TEST(NumRead, ReadsEveryNotationStopsAtTheFirstUnfitCharacterAndFailsOnOverflow)
         EXPECT_EQ(d, expected) << tx;
     }
     EXPECT_FALSE(std::signbit(NumRead("-0")));
-}
-
-TEST(NumToInt, RoundsHalfToEvenAndFailsOutsideTheRange) {
-    const std::tuple<double, bool, bool, std::int32_t> cases[] = {
-        // value, 32-bit target, fits, result
-        {2.5, false, true, 2},          {-3.5, false, true, -4},
-        {32767.5, false, false, 0},     {-32768.5, false, true, -32768},
-        {-32769, false, false, 0},      {std::nan(""), false, false, 0},
-        {2147483647.5, true, false, 0}, {-2147483648.5, true, true, INT32_MIN},
-    };
-    for (const auto& [d, wide, fits, expected] : cases) {
-        std::int16_t n16 = 0;
-        std::int32_t n32 = 0;
-        EXPECT_EQ(wide ? NumToInt32(d, n32) : NumToInt16(d, n16), fits) << d;
-        EXPECT_EQ(wide ? n32 : n16, expected) << d;
-    }
 }
 
 TEST(NumTx, GivesTheCanonicalTextAndTheRegionalOne) {
@@ -106,7 +88,6 @@ TEST(TxCnvChr, DecodesCodeListsToTheExactBytes) {
         {"chr$(27,112,0,25,250)", "\x1Bp\0\x19\xFA"s},
         {"AB bin$(13,10)", "AB \r\n"},
         {"chr$(&H1B)xchr$( 6 5 )", "\x1BxA"},
-        {"chr$(65.5)chr$(66.5)", "BB"},
         {"chr$(65,,66)", "A\0B"s},
         {"x chr$(65", "x A"},
         {"chr$(300)chr$(-1)", ""},
@@ -139,49 +120,30 @@ TEST(TxSub, ReplacesFirstOrEveryOccurrenceAndNeverLoops) {
     }
 }
 
-TEST(TxSepL, CutsAtTheWholeSeparator) {
-    const std::tuple<const char*, const char*, const char*, const char*> cases[] = {
-        {"a<-b", "<-", "a", "b"}, {"abc", "x", "abc", ""}, {"abc", "", "abc", ""}};
-    for (const auto& [in, sep, pt, rest] : cases) {
-        std::string tx = in, part;
-        TxSepL(tx, sep, part);
-        EXPECT_EQ(Words({part, tx}), Words({pt, rest})) << in;
-    }
-}
-
-TEST(TxNumSep, ReadsTheFirstFieldAndKeepsTheTargetWhenItDoesNotFit) {
-    const std::tuple<const char*, std::int16_t, const char*> cases[] = {{"12,34", 12, "34"},
-                                                                        {"70000,5", 9, "5"}};
-    for (const auto& [in, n, rest] : cases) {
-        std::string tx = in;
-        std::int16_t number = 9;
-        TxNumSep(tx, ",", number);
-        EXPECT_EQ(number, n) << in;
-        EXPECT_EQ(tx, rest) << in;
-    }
-}
-
-TEST(TxSep, CutsAtTheFirstSeparatorSkippingOneCharacter) {
-    const std::tuple<const char*, const char*, const char*, const char*, std::int16_t> cases[] = {
-        {"COM1:9600", ":", "COM1", "9600", 1},
-        {"9600", ":", "9600", "", 0},
-        {"a<-b", "<-", "a", "-b", 1},
-        {"abc", "", "", "bc", 1},
-        {"", "", "", "", 0},
+// TxSep cuts at the first character of sep and skips one character; TxSepL cuts at the whole sep.
+TEST(TxSep, CutsAtTheFirstSeparatorSkippingOneCharacterOrTheWholeSeparator) {
+    const std::tuple<const char*, const char*, Words, std::int16_t, Words> cases[] = {
+        {"COM1:9600", ":", {"COM1", "9600"}, 1, {"COM1", "9600"}},
+        {"9600", ":", {"9600", ""}, 0, {"9600", ""}},
+        {"a<-b", "<-", {"a", "-b"}, 1, {"a", "b"}},
+        {"abc", "", {"", "bc"}, 1, {"abc", ""}},
+        {"", "", {"", ""}, 0, {"", ""}},
     };
-    for (const auto& [in, sep, pt, rest, ok] : cases) {
-        std::string tx = in, part, pt1, pt2, restC, ptS;
+    for (const auto& [in, sep, parts, ok, whole] : cases) {
+        std::string tx = in, part, pt1, pt2, txL = in, ptL;
         std::int16_t ok1 = 9, ok2 = 9;
         TxSep(tx, sep, part, ok1);
         TxSep2(in, sep, pt1, pt2, ok2);
-        TxSepC(in, sep, ptS, restC);
-        EXPECT_EQ(Words({part, tx, pt1, pt2, ptS, restC}), Words({pt, rest, pt, rest, pt, rest}));
+        TxSepL(txL, sep, ptL);
+        EXPECT_EQ(Words({part, tx, pt1, pt2, ptL, txL}),
+                  Words({parts[0], parts[1], parts[0], parts[1], whole[0], whole[1]}))
+            << in;
         EXPECT_EQ(ok1 * 10 + ok2, ok * 11) << in;
     }
-    std::string s = "a,b", rest;  // an output may be the input itself
-    std::int16_t ok = 0;
-    TxSep2(s, ",", s, rest, ok);
-    EXPECT_EQ(Words({s, rest}), Words({"a", "b"}));
+    std::string nums = "12,34";
+    std::int16_t number = 9;
+    TxNumSep(nums, ",", number);  // the number of the first field, cut off the text
+    EXPECT_EQ(std::make_pair(number, nums), std::make_pair(std::int16_t{12}, std::string("34")));
 }
 
 TEST(TxSepMo, ModeDecidesWhereEachPartGoes) {
@@ -297,8 +259,14 @@ TEST(TxCmdArr, SplitsAtSpacesOnlyAndKeepsTheWholeTextInSlotZero) {
 TEST(VlNum, ConvertsIntoTheTargetKindAndGivesZeroOnFailure) {
     const std::tuple<Variant, Variant, Variant> cases[] = {
         {Variant("42"), kInt16, Variant(std::int16_t{42})},
+        // Rounding is half to even; a value that rounds outside the target's range gives 0.
         {Variant("2.5"), kInt16, Variant(std::int16_t{2})},
-        {Variant("70000"), kInt16, Variant(std::int16_t{0})},
+        {Variant(-3.5), kInt16, Variant(std::int16_t{-4})},
+        {Variant(32767.5), kInt16, Variant(std::int16_t{0})},
+        {Variant(-32768.5), kInt16, Variant(std::int16_t{-32768})},
+        {Variant(std::nan("")), kInt16, Variant(std::int16_t{0})},
+        {Variant(2147483647.5), kInt32, Variant(std::int32_t{0})},
+        {Variant(-2147483648.5), kInt32, Variant(std::int32_t{INT32_MIN})},
         {Variant::null(), kInt16, Variant(std::int16_t{0})},
         {Variant("70000"), kInt32, Variant(std::int32_t{70000})},
         {Variant("1E400"), kDouble, Variant(0.0)},
@@ -321,7 +289,6 @@ TEST(VlTxAndVlMai, GiveTheCanonicalAndTheUpperCaseRegionalTexts) {
         {Variant("\t\xF7\xFF\x9A\xB5\xDF"), "\t\xF7\xFF\x9A\xB5\xDF", "\t\xF7\x9F\x8A\xB5\xDF"},
         {Variant(1.25), "1.25", "1,25"},
         {Variant(-0.5), "-.5", "-0,5"},
-        {Variant(std::int32_t{-70000}), "-70000", "-70000"},
         {Variant::null(), "", ""},
     };
     for (const auto& [v, canonical, upper] : cases) {
@@ -362,10 +329,8 @@ TEST(VlSimNao, ReadsYesNoValuesAndWritesThemByTheTargetKind) {
     const std::tuple<Variant, Variant, std::int16_t, Variant> cases[] = {
         {Variant(" sim "), kText, 0, yes},
         {Variant("Si"), kInt16, 0, Variant(std::int16_t{1})},
-        {Variant("SIMM"), kInt16, 0, Variant(std::int16_t{0})},
         {Variant("\tsim"), kText, 0, no},
         {Variant("7"), kInt16, 0, Variant(std::int16_t{7})},
-        {Variant("7"), kInt16, 1, Variant(std::int16_t{1})},
         {Variant(std::int16_t{1}), kInt16, 1, Variant(std::int16_t{0})},
         {Variant(std::int16_t{7}), kInt16, 0, Variant(std::int16_t{0})},
         {Variant(1.0), kDouble, 0, Variant(1.0)},
