@@ -1,5 +1,4 @@
-// The configuration load on real parameter files: which lines become rows, which file is read, and
-// what a missing file does.
+// The configuration load on a real parameter file: which lines become rows.
 
 #include "app/LumbraGb.h"
 
@@ -35,35 +34,6 @@ TEST_F(ProgramTest, ZoneLinesBecomeRowsOnlyWhenTheEngineRegistersThem) {
               Strings({"1", dir.path() + "/base/div", dir.path() + "/base/tmp/x", "opc"}));
     EXPECT_FALSE(std::filesystem::exists(dir.path() + "/base"));
     EXPECT_TRUE(boxes.boxes().empty());
-}
-
-// The file named by -FP is read, else Lumbra.par beside the program, also when read again; a
-// missing file ends the program with the box of a failed open (the engine is asked to open "").
-TEST_F(ProgramTest, TheFileNamedByFpIsReadElseLumbraParBesideTheProgram) {
-    dir.write("Lumbra.par", ParFile({"#LIG P", "Ao lado [FIC]=a", "##"}));
-    dir.write("outro.par", ParFile({"#LIG P", "Outro [FIC]=b", "##"}));
-    platform::OverrideProgramFolder(dir.path());
-    const struct {
-        Strings words;
-        std::string file, row;
-    } cases[] = {{{}, "Lumbra.par", "Ao lado|FIC|a"},
-                 {{"-FP", dir.file("outro.par")}, "outro.par", "Outro|FIC|b"}};
-    for (const auto& c : cases) {
-        Gb() = LumbraGbState{};
-        SetCommandLine(c.words);
-        LumbraIni();
-        EXPECT_EQ(Rows(Gb().ligTab), (Strings{"||", c.row}));
-        dir.write(c.file, ParFile({"#LIG P", "Novo [FIC]=c", "##"}));
-        LumbraIni();
-        EXPECT_EQ(Gb().cfgFic, dir.file(c.file));
-        EXPECT_EQ(Rows(Gb().ligTab), (Strings{"||", "Novo|FIC|c"}));
-        std::filesystem::remove(dir.file(c.file));
-        EXPECT_THROW(LumbraIni(), platform::ProgramEnded);
-    }
-    const RecordedBox failed = {"Erro a abrir ficheiro",
-                                "Erro : 52   Bad file name or number\r\nFicheiro :   ()"};
-    EXPECT_EQ(boxes.boxes(), std::vector<RecordedBox>(2, failed));
-    EXPECT_EQ(boxes.endings().size(), 2U);
 }
 
 }  // namespace
