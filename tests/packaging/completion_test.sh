@@ -65,7 +65,6 @@ run_cases() {
     complete_case $'Display\\ série' -FP "$par" executar --display ""
     complete_case $'Saudação' -FP "$par" executar --comando Sa
     complete_case $'Saudação\nLimpar' -FP "$par" executar --comando = ""
-    complete_case $'Saudação\nLimpar' -FP "$par" executar --comando =
     # The first -FP names the file, as for the program itself.
     complete_case $'Display\\ série' -FP "$par" -FP "$work/nenhum.par" mostrar --display D
     # No parameter file: nothing to offer, and nothing on the terminal.

@@ -13,9 +13,6 @@ trap 'rm -rf "$work"' EXIT
 failures=0
 fail() { echo "FAIL: $*" >&2; ((failures++)); }
 
-[[ $(basename "$deb") == "lumbra_${version}_$(dpkg --print-architecture).deb" ]] ||
-    fail "package file $deb, expected lumbra_${version}_<arch>.deb"
-
 # Every file and link, with its mode; directories aside. The virtual devices' window comes with
 # its own entry and icon when this tree builds it.
 expected=(
@@ -57,13 +54,9 @@ dpkg-deb -e "$deb" "$work/control"
     fail "conffiles: $(cat "$work/control/conffiles")"
 field() { dpkg-deb --field "$deb" "$1"; }
 [[ $(field Version) == "$version" ]] || fail "Version $(field Version), project $version"
-[[ $(field Section) == utils && $(field Priority) == optional ]] || fail "Section/Priority"
 for lib in libc6 libstdc++6 libqt6core6 libqt6widgets6 libqt6serialport6; do
     [[ ", $(field Depends)," == *", $lib "* ]] || fail "Depends lacks $lib: $(field Depends)"
 done
-description=$(field Description)
-[[ $description == *"Lumbra configura e testa"*"Lumbra configures and tests"* ]] ||
-    fail "the description is not in Portuguese and English: $description"
 zcat "$work/root/usr/share/doc/lumbra/changelog.gz" | head -n1 | grep -q "^lumbra ($version) " ||
     fail "changelog's first entry is not $version"
 cmp -s "$work/root/etc/lumbra/Lumbra.par" "$root/examples/Lumbra.par" || fail "Lumbra.par differs"
@@ -90,11 +83,10 @@ ctl=$work/root/usr/bin/lumbractl
 "$ctl" -FP "$work/root/etc/lumbra/Lumbra.par" listar | grep -q "^LIG"$'\t'"1"$'\t' ||
     fail "lumbractl listar on the installed sample"
 
-# lintian: no error (warnings and notes are printed for whoever reads the log).
+# lintian: no error.
 lintian --fail-on error --tag-display-limit 0 "$deb" >"$work/lintian" 2>&1 ||
     fail "lintian:
 $(cat "$work/lintian")"
-grep -v "root privileges" "$work/lintian" | sed 's/^/  lintian: /'
 
 [[ $failures -eq 0 ]] && echo "package: $deb passed every check"
 exit $((failures > 0))
