@@ -78,17 +78,29 @@ class LumbraCycleTest : public QObject {
         dir_.reset();
     }
 
-    // A file port is made anew at every send: it ends with the last one. The box keeps the last
-    // command sent; choosing the mode again shows the row's own.
-    void theCycleRunsToItsEndThenTheRowGetsItsCommandBack() {
-        test::Choose(*w_, w_->ui.cbLigPor, 3);
+    // The button reads "Parar" and the re-read is off while the cycle runs. A second click is the
+    // stop, before the next send; a re-read asked for meanwhile is refused, also when the entry's
+    // signal comes some other way than through the disabled menu. Stopped, the button starts a new
+    // cycle; on a file port, made anew at every send, it ends with the last one. The box keeps the
+    // last command sent; choosing the mode again shows the row's own.
+    void theButtonStopsTheCycleBeforeTheNextSendAndStartsItAgain() {
         QString caption;
         bool menu = true;
-        whenShown(1,
-                  [&] { caption = w_->ui.cmAbrCic->text(), menu = w_->ui.mnuLerCfg->isEnabled(); });
+        whenShown(3, [&] {
+            caption = w_->ui.cmAbrCic->text(), menu = w_->ui.mnuLerCfg->isEnabled();
+            dir_->write("Lumbra.par", parFile("Outro modo [ESC]=chr$(7)"));
+            emit w_->ui.mnuLerCfg->triggered();
+            clickCycle();
+        });
         clickCycle();
         QCOMPARE(caption, QStringLiteral("Parar"));
         QVERIFY(!menu);
+        QCOMPARE(printer_->readAvailable(), std::string("\x1Bp\0\n\n\x1Bp\x01\n\n", 10));
+        QCOMPARE(test::Entries(w_->ui.cbGavAbr), QStringList{QStringLiteral("Ciclo")});
+        verifyCycleIsOver();
+        disconnect(hook_);
+        test::Choose(*w_, w_->ui.cbLigPor, 3);
+        clickCycle();
         QCOMPARE(dir_->read("gav.txt"), std::string("\x1Bp\x01\xFA\xFA"));
         verifyCycleIsOver();
         QCOMPARE(w_->ui.txGavAbr->text(),
@@ -96,24 +108,6 @@ class LumbraCycleTest : public QObject {
         test::Choose(*w_, w_->ui.cbGavAbr, 0);
         QCOMPARE(w_->ui.txGavAbr->text(), QString::fromStdString(cycle_));
         QVERIFY(boxes_->boxes().empty());
-    }
-
-    // A second click is the stop, before the next send; a re-read asked for meanwhile is refused,
-    // also when the entry's signal comes some other way than through the disabled menu. Stopped,
-    // the button starts a new cycle.
-    void theButtonStopsTheCycleBeforeTheNextSendAndAReReadWaitsForTheEnd() {
-        whenShown(3, [this] {
-            dir_->write("Lumbra.par", parFile("Outro modo [ESC]=chr$(7)"));
-            emit w_->ui.mnuLerCfg->triggered();
-            clickCycle();
-        });
-        clickCycle();
-        QCOMPARE(printer_->readAvailable(), std::string("\x1Bp\0\n\n\x1Bp\x01\n\n", 10));
-        QCOMPARE(test::Entries(w_->ui.cbGavAbr), QStringList{QStringLiteral("Ciclo")});
-        verifyCycleIsOver();
-        whenShown(2, [this] { clickCycle(); });
-        clickCycle();
-        QCOMPARE(printer_->readAvailable(), std::string("\x1Bp\0\n\n", 5));
         w_->ui.mnuLerCfg->trigger();
         QCOMPARE(test::Entries(w_->ui.cbGavAbr), QStringList{QStringLiteral("Outro modo")});
     }
