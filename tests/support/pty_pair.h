@@ -11,13 +11,12 @@ namespace lumbra::test {
 
 class PtyPair {
   public:
-    // Fails the current test (and leaves master() at -1) when no pair can be made.
+    // Fails the current test when no pair can be made.
     PtyPair();
     ~PtyPair() { closeMaster(); }
     PtyPair(const PtyPair&) = delete;
     PtyPair& operator=(const PtyPair&) = delete;
 
-    int master() const { return master_; }
     // "/dev/pts/N".
     const std::string& slavePath() const { return slavePath_; }
 
