@@ -34,9 +34,8 @@ TEST(NameIndex, EntriesAreLaidOutByteForByteAndRefusedWhenTheyWouldBreakTheLayou
               "\x01\x00\x03\x00PORTA\x00\x01\x01\x2C\x00VEL\x00"s);
     // name, kind, position, added
     const std::tuple<std::string, std::int16_t, std::int16_t, std::int16_t> cases[] = {
-        {"A", 255, 32000, 1}, {"", 1, 1, 1},      {"A", 0, 1, 0},     {"A", 256, 1, 0},
-        {"A", 1, 0, 0},       {"A", 1, 32001, 0}, {"A\0B"s, 1, 1, 0},
-    };
+        {"A", 255, 32000, 1}, {"", 1, 1, 1},      {"A", 0, 1, 0},    {"A", 256, 1, 0},
+        {"A", 1, 0, 0},       {"A", 1, 32001, 0}, {"A\0B"s, 1, 1, 0}};
     for (const auto& [name, tip, pos, ok] : cases) {
         std::string idx = "x";
         std::int16_t added = 7;
@@ -56,8 +55,7 @@ TEST(NameIndex, LookupFindsTheFirstEntryOfExactlyThatName) {
         Index({{"Z", 65}, {"A", 7}, {"X", 256}, {"DUP", 2}, {"DUP", 5}, {"", 40}, {"K", 32000}});
     const std::tuple<std::string, std::int16_t, std::int16_t> cases[] = {
         {"A", 7, 1}, {"DUP", 2, 1}, {"", 40, 1},  {"K", 32000, 255},
-        {"a", 0, 0}, {"DU", 0, 0},  {"UP", 0, 0}, {"ABSENT", 0, 0},
-    };
+        {"a", 0, 0}, {"DU", 0, 0},  {"UP", 0, 0}, {"ABSENT", 0, 0}};
     for (const auto& [name, pos, tip] : cases) {
         std::int16_t t = 9, p = 9;
         IdxCon(idx, name, t, p);
@@ -77,8 +75,7 @@ TEST(Paths, JoinSplitAndDecompose) {
         {"", "C:", "C:\\"},
         {"C:", "a", "C:\\a"},
         {"x", "sub/a.par", "x/sub/a.par"},
-        {"x", "a.par", "x" + std::string(SepDir) + "a.par"},
-    };
+        {"x", "a.par", "x" + std::string(SepDir) + "a.par"}};
     for (const auto& [dir, nome, expected] : joins) {
         std::string path = "stale";
         PathJun(dir, nome, path);
@@ -90,8 +87,7 @@ TEST(Paths, JoinSplitAndDecompose) {
         {"[CFG]LUMBRA.PAR", {"[CFG]", "LUMBRA.PAR", "", "[CFG]"}},
         {"\\\\srv\\share\\Cfg\\x", {"\\\\srv\\share\\Cfg", "x", "\\\\srv", "share\\Cfg"}},
         {"\\\\srv\\x", {"\\\\srv", "x", "\\\\", "srv"}},
-        {"plain.par", {"", "plain.par", "", ""}},
-    };
+        {"plain.par", {"", "plain.par", "", ""}}};
     for (const auto& [path, parts] : splits) {
         Words got(4, "stale");
         PathSep(path, got[0], got[1]);
@@ -111,8 +107,7 @@ TEST(Paths, FindOnlyShortExtensionsWithinSixteenBitPositions) {
         {"a.json", 0},
         {".par", 1},
         {std::string(32766, 'a') + ".par", 32767},
-        {std::string(32767, 'a') + ".par", 0},
-    };
+        {std::string(32767, 'a') + ".par", 0}};
     for (const auto& [nome, pos] : positions) {
         std::int16_t got = -1;
         PathPosExt(nome, got);
@@ -123,8 +118,7 @@ TEST(Paths, FindOnlyShortExtensionsWithinSixteenBitPositions) {
         {"Lumbra.par", 0, "Lumbra", "par"},
         {"LUMBRA PAR", 1, "LUMBRA", "PAR"},
         {"LUMBRA PAR", 0, "LUMBRA PAR", ""},
-        {" a . b ", 1, "a", "b"},
-    };
+        {" a . b ", 1, "a", "b"}};
     for (const auto& [nome, mo, base, ext] : cases) {
         std::string b = "stale", e = "stale";
         PathExt(nome, b, e, mo);
@@ -167,9 +161,7 @@ TEST_F(TextFilesTest, FicAbrErrorModesDecideBoxAndEnd) {
 TEST_F(TextFilesTest, LinesAreWrittenInTheOpeningModeAndReadBackToTheEnd) {
     // mode, file right after opening, file after two lines
     const std::tuple<std::string, std::string, std::string> cases[] = {
-        {"O", "", "new\r\n\r\n"},
-        {"A", "old\r\n", "old\r\nnew\r\n\r\n"},
-    };
+        {"O", "", "new\r\n\r\n"}, {"A", "old\r\n", "old\r\nnew\r\n\r\n"}};
     for (const auto& [mo, onOpen, after] : cases) {
         tmp.write("a.txt", "old\r\n");
         std::int16_t err = 3;
@@ -199,10 +191,7 @@ TEST_F(TextFilesTest, FicExiAndFicAbrOkTellPresentMissingAndUnreachable) {
     tmp.write("a.par", "x");
     // file, FicExi, FicAbrOk for reading
     const std::tuple<std::string, std::int16_t, std::int16_t> cases[] = {
-        {tmp.file("a.par"), 1, 1},
-        {tmp.file("b.par"), 0, -53},
-        {tmp.file("a.par/x"), -76, -76},
-    };
+        {tmp.file("a.par"), 1, 1}, {tmp.file("b.par"), 0, -53}, {tmp.file("a.par/x"), -76, -76}};
     for (const auto& [fic, exi, ok] : cases) {
         std::int16_t got = 9, opened = 9;
         FicExi(fic, got);
@@ -221,8 +210,7 @@ TEST(FoldersAlongTest, ListsEveryFolderFromTheTop) {
         {"C:\\a/b", {"C:\\", "C:\\a", "C:\\a\\b"}},
         {"Novo\\Sub", {"Novo", "Novo\\Sub"}},
         // More pieces than a 16-bit count holds: no folder at all, rather than a walk past them.
-        {std::string(32768, '/'), {}},
-    };
+        {std::string(32768, '/'), {}}};
     for (const auto& [dir, steps] : cases)
         EXPECT_EQ(FoldersAlong(dir), steps) << dir.substr(0, 20);
     // The walk ends at the first folder longer than asked: the ones after it are longer still.

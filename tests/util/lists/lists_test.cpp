@@ -60,8 +60,7 @@ TEST(CndAva, ComparesTextsOrdinallyAndMatchesWholeTextsAgainstPatterns) {
         {"\xE9", "LIKE", "[\xE0-\xFF]", 1},
         {"A9z", "LIKE", "[A-Z]#[!0-9]", 1},
         {"*", "LIKE", "[*]", 1},
-        {"ab", "LIKE", "a[b", 0},
-    };
+        {"ab", "LIKE", "a[b", 0}};
     for (const auto& [a, op, b, expected] : cases) {
         std::int16_t ok = 7;
         CndAva(a, op, b, ok);
@@ -76,8 +75,7 @@ TEST(CommaList, AcceptsExactValuesOrPrefixesElementByElement) {
         {true, "*", "x", 1},      {false, "A,", "A", 1},    {false, "A,", "", 0},
         {false, "A,,B", "", 1},   {true, "A,,B", "", 0},    {false, "A,*", "B", 0},
         {true, "AB", "A", 0},     {true, "X,AB", "ABC", 1}, {false, "A, B", "B", 0},
-        {false, "A, B", " B", 1}, {false, "A,B", "a", 0},
-    };
+        {false, "A, B", " B", 1}, {false, "A,B", "a", 0}};
     for (const auto& [prefix, lst, val, expected] : cases) {
         std::int16_t ok = 7;
         (prefix ? LstPre : LstIgu)(lst, val, ok);
@@ -99,8 +97,7 @@ TEST(ChvExt, SplitsTheTextAroundTheItemOfTheKey) {
         {"[A=" + std::string(33000, 'a') + "]",
          "A",
          {"[A=" + std::string(33000, 'a') + "]", "", ""},
-         0},
-    };
+         0}};
     for (const auto& [tx, key, parts, ok] : cases) {
         Lst got(3, "old");
         std::int16_t found = 7;
@@ -118,8 +115,7 @@ TEST(TypedTransfer, TextStaysTextAndAnythingElseReceivesTheNumber) {
         {"", std::int16_t{3}, Variant(), std::int16_t{3}},
         {"", -0.5, "", "-.5"},
         {"MT", " ab\xE7 ", "", "AB\xC7"},
-        {"", Variant::null(), "x", ""},
-    };
+        {"", Variant::null(), "x", ""}};
     for (const auto& [opc, src, dst, expected] : atr) {
         Variant got = dst;
         VarAtr(opc, src, got);
@@ -130,8 +126,7 @@ TEST(TypedTransfer, TextStaysTextAndAnythingElseReceivesTheNumber) {
         {"12", Variant(), Variant(), 12.0},
         {1.5, "old", Variant(), "1.5"},
         {"12", "old", "NUM", 12.0},
-        {std::int16_t{3}, 2.0, "NOME$", "3"},
-    };
+        {std::int16_t{3}, 2.0, "NOME$", "3"}};
     for (const auto& [src, dst, tip, expected] : cnv) {
         Variant got = dst;
         tip.isEmpty() ? VarCnv(src, got) : VarCnv(src, got, tip);
@@ -149,7 +144,7 @@ TEST(TypedTransfer, TextStaysTextAndAnythingElseReceivesTheNumber) {
     EXPECT_EQ(std::make_tuple(rounded, vop, ok), std::make_tuple(2, Variant("old"), 0));
 }
 
-TEST(KeyedList, NamesKeepTheirPositionAndValuesAreReplaced) {
+TEST(KeyedList, NamesKeepTheirPositionValuesAreReplacedAndTheCountBoundsNewNames) {
     Lst lst = {"junk"};
     LstIni(lst);
     EXPECT_EQ(lst, Lst({"", ""}));
@@ -174,16 +169,14 @@ TEST(KeyedList, NamesKeepTheirPositionAndValuesAreReplaced) {
     std::int16_t pos = -1;
     LstReg(bad, "A", "1", pos);
     EXPECT_EQ(std::make_pair(bad, pos), std::make_pair(Lst{""}, std::int16_t{0}));
-}
-
-TEST(KeyedList, TheCountDecidesWhereANewNameGoesUpTo32000) {
+    // The count decides where a new name goes, up to 32000 names.
     const std::tuple<std::string, std::int16_t, std::size_t> cases[] = {
         {"abc", 1, 3}, {"31999", 1, 32002}, {"32000", 0, 2}, {"-5", 0, 2}};
     for (const auto& [count, ok, slots] : cases) {
-        Lst lst = {"", count};
+        Lst fresh = {"", count};
         std::int16_t got = 7;
-        LstAct(lst, "N", "v", got);
-        EXPECT_EQ(std::make_pair(got, lst.size()), std::make_pair(ok, slots)) << count;
+        LstAct(fresh, "N", "v", got);
+        EXPECT_EQ(std::make_pair(got, fresh.size()), std::make_pair(ok, slots)) << count;
     }
 }
 

@@ -59,8 +59,7 @@ TEST(NumRead, ReadsEveryNotationStopsAtTheFirstUnfitCharacterAndFailsOnOverflow)
         {"123456789012345678901234567890", 1.2345678901234568e29, true},
         {"0.000000000000000000000000000001", 1e-30, true},
         {"1E-400", 0, true},
-        {"1E400", 0, false},
-    };
+        {"1E400", 0, false}};
     for (const auto& [tx, expected, ok] : cases) {
         double d = -99;
         EXPECT_EQ(NumRead(tx, d), ok) << tx;
@@ -74,8 +73,7 @@ TEST(NumTx, GivesTheCanonicalTextAndTheRegionalOne) {
         {0.5, ".5"},           {-0.5, "-.5"},
         {1.25, "1.25"},        {-0.0, "0"},
         {1e16, "1E+16"},       {1.0 / 3, ".333333333333333"},
-        {0.000015, "1.5E-05"}, {std::numeric_limits<double>::infinity(), ""},
-    };
+        {0.000015, "1.5E-05"}, {std::numeric_limits<double>::infinity(), ""}};
     for (const auto& [d, expected] : cases)
         EXPECT_EQ(NumTx(d), expected) << d;
     CommaDecimalLocale comma;
@@ -95,8 +93,7 @@ TEST(TxCnvChr, DecodesCodeListsToTheExactBytes) {
         {"chr$(65chr$(66)", "A"},
         {"chr$(&H1chr$(66)", "\x1B"},
         // A field outside 16 bits repeats the code stored last.
-        {"chr$(65,70000)chr$(1E9,66)", "AA\0B"s},
-    };
+        {"chr$(65,70000)chr$(1E9,66)", "AA\0B"s}};
     for (const auto& [tx, expected] : cases) {
         std::string out = tx;
         TxCnvChr(out);
@@ -109,10 +106,11 @@ TEST(TxCnvChr, DecodesCodeListsToTheExactBytes) {
 
 TEST(TxSub, ReplacesFirstOrEveryOccurrenceAndNeverLoops) {
     const std::tuple<const char*, const char*, const char*, const char*, const char*> cases[] = {
-        {"R", "a.b.c", ".", ",", "a,b,c"}, {"r", "a.b.c", ".", ",", "a,b.c"},
-        {"R", "aaa", "a", "aa", "aaa"},    {"R", "abc", "", "x", "abc"},
-        {"R", "aab", "ab", "b", "b"},
-    };
+        {"R", "a.b.c", ".", ",", "a,b,c"},
+        {"r", "a.b.c", ".", ",", "a,b.c"},
+        {"R", "aaa", "a", "aa", "aaa"},
+        {"R", "abc", "", "x", "abc"},
+        {"R", "aab", "ab", "b", "b"}};
     for (const auto& [modo, in, ant, nov, expected] : cases) {
         std::string tx = in;
         TxSub(modo, tx, ant, nov);
@@ -127,8 +125,7 @@ TEST(TxSep, CutsAtTheFirstSeparatorSkippingOneCharacterOrTheWholeSeparator) {
         {"9600", ":", {"9600", ""}, 0, {"9600", ""}},
         {"a<-b", "<-", {"a", "-b"}, 1, {"a", "b"}},
         {"abc", "", {"", "bc"}, 1, {"abc", ""}},
-        {"", "", {"", ""}, 0, {"", ""}},
-    };
+        {"", "", {"", ""}, 0, {"", ""}}};
     for (const auto& [in, sep, parts, ok, whole] : cases) {
         std::string tx = in, part, pt1, pt2, txL = in, ptL;
         std::int16_t ok1 = 9, ok2 = 9;
@@ -151,8 +148,7 @@ TEST(TxSepMo, ModeDecidesWhereEachPartGoes) {
         {"PE T", " k = v ", "=", "k", "v"}, {"PS", "abc", ":", "abc", ""},
         {"PE", "abc", ":", "", "abc"},      {"SE T", "ZON  x y ", " ", "ZON", "x y"},
         {"RS", "ab", "=", "ab", ""},        {"XX", "a=b", "=", "b", "a"},
-        {"XX", "ab", "=", "", "ab"},        {"PE M", "a.b c ", ".", "A", "B C "},
-    };
+        {"XX", "ab", "=", "", "ab"},        {"PE M", "a.b c ", ".", "A", "B C "}};
     for (const auto& [mo, in, sep, newTx, pt] : cases) {
         std::string tx = in, part = "old";
         TxSepMo(mo, tx, sep, part);
@@ -162,10 +158,7 @@ TEST(TxSepMo, ModeDecidesWhereEachPartGoes) {
 
 TEST(TxArr, GivesEveryFieldBehindAnEmptySlotZero) {
     const std::tuple<std::string, Words> cases[] = {
-        {"a,,b", {"", "a", "", "b"}},
-        {"a,b,", {"", "a", "b"}},
-        {"", {""}},
-    };
+        {"a,,b", {"", "a", "", "b"}}, {"a,b,", {"", "a", "b"}}, {"", {""}}};
     for (const auto& [tx, fields] : cases) {
         Words arr = {"stale", "x"};
         std::int16_t n = -1;
@@ -205,8 +198,7 @@ TEST(TxDlm, TakesTheFirstBlockWithoutNesting) {
     const std::tuple<const char*, const char*, Words, std::int16_t> cases[] = {
         {"a[b]c", "[]", {"a", "b", "c"}, 3},     {"a[b", "[]", {"a[b", "", ""}, 0},
         {"[a[b]c]", "[]", {"", "a[b", "c]"}, 5}, {"a]b[c", "[]", {"a]b[c", "", ""}, 0},
-        {"[]", "[]", {"", "", ""}, 2},           {"[a-b]", "[-]", {"", "a-b", ""}, 5},
-    };
+        {"[]", "[]", {"", "", ""}, 2},           {"[a-b]", "[-]", {"", "a-b", ""}, 5}};
     for (const auto& [tx, dl, parts, length] : cases) {
         std::string bef = "x", inn = "x", aft = "x";
         std::int16_t lng = -1;
@@ -223,8 +215,7 @@ TEST(TxBlk, FindsTheBlockSkippingInnerBlocks) {
     const std::tuple<const char*, std::int16_t, const char*, std::int16_t, std::int16_t> cases[] = {
         {"[a[b]c[d]e]", 1, "[]", 1, 11}, {"[a[b[c]]d]", 1, "[]", 1, 8}, {"x[a]y", 1, "[]", 2, 4},
         {"[a][b]", 2, "[]", 4, 6},       {"[a[b]", 1, "[]", 0, 0},      {"[a]", 4, "[]", 0, 0},
-        {"say \"hi\" now", 1, "", 5, 8}, {"[a]", 0, "[]", 1, 3},
-    };
+        {"say \"hi\" now", 1, "", 5, 8}, {"[a]", 0, "[]", 1, 3}};
     for (const auto& [tx, from, dl, e1, e2] : cases) {
         std::int16_t p1 = from, p2 = -1;
         TxBlk(tx, p1, p2, dl);
@@ -236,8 +227,7 @@ TEST(TxLpz, RemovesCharactersOfTheSetByMode) {
     const std::tuple<std::int16_t, const char*, const char*> cases[] = {
         {3, "--a-b--", "a-b"},   {0, "--a-b--", "ab"}, {1, "--a-b--", "a-b--"},
         {2, "--a-b--", "--a-b"}, {1, "---", ""},       {2, "---", ""},
-        {4, "--a--", "--a--"},
-    };
+        {4, "--a--", "--a--"}};
     for (const auto& [mo, tx, expected] : cases) {
         std::string sai = "old";
         TxLpz(mo, tx, "-", sai);
@@ -272,8 +262,7 @@ TEST(VlNum, ConvertsIntoTheTargetKindAndGivesZeroOnFailure) {
         {Variant("1E400"), kDouble, Variant(0.0)},
         {Variant(std::int16_t{5}), Variant(), Variant(5.0)},
         {Variant("1.5E3"), kText, Variant("1500")},
-        {Variant("abc"), kText, Variant("0")},
-    };
+        {Variant("abc"), kText, Variant("0")}};
     for (const auto& [v, target, expected] : cases) {
         Variant n = target;
         VlNum(v, n);
@@ -289,8 +278,7 @@ TEST(VlTxAndVlMai, GiveTheCanonicalAndTheUpperCaseRegionalTexts) {
         {Variant("\t\xF7\xFF\x9A\xB5\xDF"), "\t\xF7\xFF\x9A\xB5\xDF", "\t\xF7\x9F\x8A\xB5\xDF"},
         {Variant(1.25), "1.25", "1,25"},
         {Variant(-0.5), "-.5", "-0,5"},
-        {Variant::null(), "", ""},
-    };
+        {Variant::null(), "", ""}};
     for (const auto& [v, canonical, upper] : cases) {
         EXPECT_EQ(VlStr(v), canonical);
         EXPECT_EQ(VlMai(v), Variant(upper)) << canonical;
@@ -307,8 +295,7 @@ TEST(TxVl, TextTargetTakesTextAndOthersTheNumberOrTheirEmptyValue) {
         {"12", kDouble, Variant(12.0), 1},
         {"abc", kInt16, Variant(std::int16_t{0}), 1},
         {"70000", kInt16, Variant(std::int16_t{0}), 0},
-        {"1E400", Variant(), Variant(0.0), 0},
-    };
+        {"1E400", Variant(), Variant(0.0), 0}};
     for (const auto& [tx, target, expected, ok] : cases) {
         Variant v = target;
         std::int16_t got = 9;
@@ -335,8 +322,7 @@ TEST(VlSimNao, ReadsYesNoValuesAndWritesThemByTheTargetKind) {
         {Variant(std::int16_t{7}), kInt16, 0, Variant(std::int16_t{0})},
         {Variant(1.0), kDouble, 0, Variant(1.0)},
         {Variant(1.0), Variant(), 0, Variant(std::int16_t{1})},
-        {Variant(), kText, 1, yes},
-    };
+        {Variant(), kText, 1, yes}};
     for (const auto& [v, target, inv, expected] : cases) {
         Variant sai = target;
         VlSimNao(v, sai, inv);
