@@ -15,13 +15,6 @@ namespace {
 
 using Strings = std::vector<std::string>;
 
-std::string Bytes(std::initializer_list<int> codes) {
-    std::string out;
-    for (int c : codes)
-        out += static_cast<char>(c);
-    return out;
-}
-
 // The bytes of every write that left through a channel, one entry per write.
 struct WriteLog {
     WriteLog() {
@@ -55,7 +48,7 @@ TEST_F(DeviceActionTest, DrawerCommandsLosePlusSignsAndQuotesAndAreDecodedAtSend
     const struct {
         std::string command, sent;
     } cases[] = {
-        {"chr$(27)+\"p\"+chr$(0)+chr$(25)+chr$(250)", Bytes({27, 112, 0, 25, 250})},
+        {"chr$(27)+\"p\"+chr$(0)+chr$(25)+chr$(250)", std::string("\x1Bp\0\x19\xFA", 5)},
         {"\"p\"+[MO]", "p[MO]"},  // only the cycle fills placeholders in
         // A quote can never be sent; a decoded "+" is no separator any more.
         {"chr$(65,34,66)", "AB"},

@@ -1,23 +1,13 @@
 // The drawer cycle pressed in the real window: run to its end, stopped by its own button, by
 // closing the window, by a stop signal, or from the boxes a missing device raises.
 
-#include <QAction>
-#include <QApplication>
-#include <QMessageBox>
-#include <QPushButton>
 #include <QScopeGuard>
-#include <QSignalSpy>
-#include <QTimer>
 #include <csignal>
 #include <thread>
 
-#include "platform/qt_msg_box.h"
 #include "platform/stop_signals.h"
 #include "platform/write_stall.h"
 #include "tests/app/window_driver.h"
-#include "tests/support/pty_pair.h"
-#include "tests/support/recording_msg_sink.h"
-#include "tests/support/temp_dir.h"
 
 namespace lumbra {
 

@@ -1,24 +1,14 @@
 // The main window driven through its real controls on Qt's offscreen platform: one path per list,
 // button, box and menu entry, from the parameter file to the bytes a device or a file receives.
 
-#include <QAction>
-#include <QApplication>
 #include <QFontInfo>
 #include <QLabel>
 #include <QListWidget>
-#include <QMessageBox>
-#include <QPushButton>
-#include <QSignalSpy>
-#include <QTimer>
 #include <filesystem>
 #include <stdexcept>
 
 #include "platform/qt_busy_pointer.h"
-#include "platform/qt_msg_box.h"
 #include "tests/app/window_driver.h"
-#include "tests/support/pty_pair.h"
-#include "tests/support/recording_msg_sink.h"
-#include "tests/support/temp_dir.h"
 
 namespace lumbra {
 

@@ -5,11 +5,17 @@
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
+#include <QAction>
+#include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSignalSpy>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTest>
+#include <QTimer>
 #include <memory>
 #include <string>
 #include <utility>
@@ -17,7 +23,9 @@
 
 #include "app/LumbraGb.h"
 #include "app/LumbraMnu.h"
+#include "platform/qt_msg_box.h"
 #include "tests/app/app_fixture.h"
+#include "tests/support/pty_pair.h"
 
 namespace lumbra::test {
 
