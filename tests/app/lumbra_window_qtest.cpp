@@ -177,28 +177,20 @@ class LumbraWindowTest : public QObject {
         QCOMPARE(dir_->read("record"), "1\n" + host + "/Lumbra.par\n");
     }
 
-    void typingInOneBoxShowsTheConversionInTheOther_data() {
-        QTest::addColumn<bool>("decimal");
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<QString>("other");
-        QTest::newRow("decimal") << true << "255"
-                                 << "FF";
-        QTest::newRow("hexadecimal, 16-bit") << false << "8000"
-                                             << "-32768";
-    }
-
     void typingInOneBoxShowsTheConversionInTheOther() {
-        QFETCH(bool, decimal);
-        QFETCH(QString, typed);
-        QFETCH(QString, other);
-        QLineEdit* box = decimal ? w_->ui.txCnvDec : w_->ui.txCnvHex;
-        QSignalSpy edits(box, &QLineEdit::textChanged);
-        test::ShowPageOf(*w_, box);
-        test::TypeText(box, typed);
-        QCOMPARE((decimal ? w_->ui.txCnvHex : w_->ui.txCnvDec)->text(), other);
-        // One change per key and exactly the typed text: no conversion came back into the box.
-        QCOMPARE(box->text(), typed);
-        QCOMPARE(edits.count(), typed.size());
+        for (const bool decimal : {true, false}) {
+            QLineEdit* box = decimal ? w_->ui.txCnvDec : w_->ui.txCnvHex;
+            const QString typed = decimal ? QStringLiteral("255") : QStringLiteral("8000");
+            box->clear();
+            QSignalSpy edits(box, &QLineEdit::textChanged);
+            test::ShowPageOf(*w_, box);
+            test::TypeText(box, typed);
+            QCOMPARE((decimal ? w_->ui.txCnvHex : w_->ui.txCnvDec)->text(),
+                     decimal ? QStringLiteral("FF") : QStringLiteral("-32768"));
+            // One change per key and exactly the typed text: no conversion came back into the box.
+            QCOMPARE(box->text(), typed);
+            QCOMPARE(edits.count(), typed.size());
+        }
     }
 
     void closingUnloadsTheWindowOnceWhicheverWayItIsClosed_data() {
