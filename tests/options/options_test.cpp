@@ -59,7 +59,6 @@ TEST_F(Options, OpcConAnswersFromTheProgramTheCommandLineOrTheOptionList) {
         {"DirTmp", "", "[DirBas]\\TMP"},
         {"Esp", "", "  a b  "},
         {"Num", 0.0, 12.0},
-        {"Txt", 0.0, 0.0},
         {"Hex", 0.0, 16.0},
         {"Nada", "", ""},
         {"APP:PATH", "", "/opt/lumbra"},
@@ -84,7 +83,6 @@ TEST_F(Options, ReferencesAreReplacedUpToTwentyOnePasses) {
         {"A", "z\\y\\x"},
         {"Self", "[Self]"},
         {"Fal", "x"},
-        {"Min", "C:\\LUMBRA\\m"},
         {"Prg", "/opt/lumbra/cfg"},
         {"Lin", "C:\\A.PAR"},
         // One reference replaced first, then 21 more passes.
@@ -99,7 +97,6 @@ TEST_F(Options, ReferencesAreReplacedUpToTwentyOnePasses) {
         std::string txo, result;
     } texts[] = {
         {"[N1]", "[N22]"},
-        {"[N10]", "fim"},
         {"x[Nada]y[DirBas]", "xyC:\\LUMBRA"},
         {"[Fec][DirBas]", "]C:\\LUMBRA"},
         {"[]", "[]"},
@@ -150,12 +147,6 @@ TEST(OptionList, OpcIniGivesAKeyedListOnlyWithA) {
         opc.OpcAct("K", 1.0);
         EXPECT_EQ(opc.option("K"), mo == "A" ? "1" : "") << mo;
     }
-    // Before any OPC zone the option table selects and gives nothing.
-    OpenTdaOpc opc;
-    EXPECT_EQ(opc.OpcTabPrp("*"), 0);
-    std::string txi = "?", vop = "?", tpo = "?";
-    opc.OpcTabCon(txi, vop, tpo);
-    EXPECT_EQ(txi + vop + tpo, "");
 }
 
 TEST(OptionList, TheThirtyTwoThousandAndFirstNameIsRefused) {

@@ -72,6 +72,17 @@ inline std::string ParameterFile(const TempDir& dir, const std::string& name,
     return dir.file(name);
 }
 
+// The lines of text, split at each "\n".
+inline std::vector<std::string> Split(std::string_view text) {
+    std::vector<std::string> lines;
+    for (std::size_t from = 0;;) {
+        const std::size_t end = text.find('\n', from);
+        lines.emplace_back(text.substr(from, end - from));
+        if (end == std::string_view::npos) return lines;
+        from = end + 1;
+    }
+}
+
 // How many entries the folder holds: a whole-file write must leave no temporary file behind.
 inline std::size_t FilesIn(const TempDir& dir) {
     const std::filesystem::directory_iterator it(dir.path());
