@@ -1,8 +1,6 @@
-// A parameter file being written back must survive the program being killed at any moment: a
-// child process rewrites a large file over and over; it is frozen at random points to look at the
-// file, as a crash at that point would leave it, and finally killed. Every look must find exactly
-// the old content or the new one, and interrupted writes must not leave replacement files piling
-// up.
+// A parameter file being written back survives the program being killed at any moment: a child
+// rewrites a large file over and over, is frozen at random points to look at the file as a crash
+// would leave it, then killed. Every look finds the old content or the new one, whole.
 
 #include <gtest/gtest.h>
 #include <signal.h>

@@ -147,8 +147,6 @@ TEST(FileStack, TheHeaderIsConsumedAndTheTypeTakenFromTheSecondLine) {
         std::string bytes, ficTip, sixth;
     } cases[] = {
         {Lines({"'Nome : t", "'Tipo:   cfg  ", "", "", "", "Sexta"}), "CFG", "Sexta"},
-        {Lines({"'Nome : t", "  sem dois pontos  ", "", "", "", "Sexta"}), "SEM DOIS PONTOS",
-         "Sexta"},
         // A short header: the missing lines read as "" and the file is at its end.
         {Lines({"'Nome : t", "'Tipo : PAR", "'Data : 1"}), "PAR", ""},
     };
