@@ -11,25 +11,38 @@ cd "$root"
 
 out=build/fuzz
 mkdir -p "$out/findings"
-summary=()
-status=0
+# The targets run side by side, one per core: each still gets its full time.
+jobs=$(nproc)
+fuzz_one() {
+  set +e
+  local name=$1 seeds=$2
+  local work="$out/corpus/$name" log="$out/fuzz_$name.log"
+  mkdir -p "$work"
+  # New inputs go to the working copy; the seeds in the repository stay as they are.
+  "$out/fuzz/fuzz_$name" -max_total_time="$seconds" -timeout=25 -rss_limit_mb=2048 \
+    -print_final_stats=1 -artifact_prefix="$out/findings/$name-" "$work" "$seeds" >"$log" 2>&1
+  echo $? >"$out/fuzz_$name.status"
+}
+names=()
 for seeds in fuzz/corpus/*/; do
   name=$(basename "$seeds")
-  work="$out/corpus/$name"
-  mkdir -p "$work"
-  log="$out/fuzz_$name.log"
+  while (( $(jobs -rp | wc -l) >= jobs )); do wait -n || true; done
   echo "fuzz_$name: ${seconds} s"
-  # New inputs go to the working copy; the seeds in the repository stay as they are.
-  if "$out/fuzz/fuzz_$name" -max_total_time="$seconds" -timeout=25 -rss_limit_mb=2048 \
-      -print_final_stats=1 -artifact_prefix="$out/findings/$name-" "$work" "$seeds" \
-      >"$log" 2>&1; then
+  rm -f "$out/fuzz_$name.status"
+  fuzz_one "$name" "$seeds" &
+  names+=("$name")
+done
+wait
+status=0
+for name in "${names[@]}"; do
+  log="$out/fuzz_$name.log"
+  if [[ $(cat "$out/fuzz_$name.status" 2>/dev/null) == 0 ]]; then
     runs=$(sed -n 's/^stat::number_of_executed_units: *//p' "$log" | tail -1)
-    summary+=("fuzz_$name: ${runs:-?} executions in ${seconds} s")
+    echo "fuzz_$name: ${runs:-?} executions in ${seconds} s"
   else
     status=1
-    summary+=("fuzz_$name: FAILED, see $log")
+    echo "fuzz_$name: FAILED, see $log"
     tail -n 40 "$log" >&2
   fi
 done
-printf '%s\n' "${summary[@]}"
 exit $status
