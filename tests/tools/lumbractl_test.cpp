@@ -5,8 +5,11 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
+#include <filesystem>
 #include <sstream>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "channels/serial_lock.h"
@@ -170,7 +173,7 @@ TEST(LumbractlListar, SaysInOneLineWhatTheEngineReadPastInSilence) {
         std::size_t rows;
         std::string err;
     } cases[] = {
-        {std::string(40000, 'a'), 0,
+        {std::string(10 << 20, 'a'), 0,
          "lumbractl: aviso: linhas com mais de 32767 caracteres, cortadas nesse limite: 1\n"},
         {manyRows + "##\r\n", 32767,
          "lumbractl: aviso: linhas al\xC3\xA9m das 32767 que uma zona pode ter, ignoradas: 3\n"},
@@ -178,6 +181,8 @@ TEST(LumbractlListar, SaysInOneLineWhatTheEngineReadPastInSilence) {
          "lumbractl: aviso: o ficheiro de par\xC3\xA2metros est\xC3\xA1 em UTF-8, n\xC3\xA3o em "
          "Windows-1252: os acentos aparecem como \"\xC3\x83\xC2\xA9\" e saem como dois bytes\n"},
     };
+    const long samplePeakKb =
+        RunTool({"-FP", std::string(LUMBRA_SOURCE_DIR) + "/examples/Lumbra.par", "listar"}).peakKb;
     for (const auto& c : cases) {
         const TempDir dir;
         dir.write("p.par", c.bytes);
@@ -185,6 +190,11 @@ TEST(LumbractlListar, SaysInOneLineWhatTheEngineReadPastInSilence) {
         EXPECT_EQ(run.status, 0);
         EXPECT_EQ(run.err, c.err);
         EXPECT_EQ(Lines(run.out), c.rows);
+        // A line is read up to its bound and the rest dropped: a 10 MB line costs no more memory
+        // than a few of the sample's rows would.
+        if (c.rows == 0) {
+            EXPECT_LT(run.peakKb, samplePeakKb + 4096);
+        }
     }
 }
 
@@ -213,6 +223,31 @@ TEST_F(Lumbractl, TheCycleSendsInTheWindowsOrderUntilItsEndOrAStopSignal) {
     EXPECT_EQ(run.err, "lumbractl: ciclo interrompido depois de " + std::to_string(sends) +
                            " de 338 envios\n");
     EXPECT_NE(::access(SerialLockPath(com1.slavePath()).c_str(), F_OK), 0);
+}
+
+// Ctrl+C ends a send that waits for a device that takes nothing: the box says the user
+// interrupted it (the stall limit would have said "Device timeout") and the status is 130.
+TEST_F(Lumbractl, CtrlCEndsASendThatWaitsForItsDevice) {
+    dir.write("Bloqueio.par",
+              ParHeader() + "#LIG Portas\r\nTerminal [FIC]=" + com1.slavePath() + "\r\n##\r\n");
+    com1.fillUntilBlocked();
+    ToolProcess tool({"-FP", dir.file("Bloqueio.par"), "teste"});
+    // The tool opens the terminal right before it writes: once it holds it, it is waiting.
+    const std::string proc = "/proc/" + std::to_string(tool.pid()) + "/fd";
+    const auto holds = [&] {
+        std::error_code ec;
+        for (const auto& fd : std::filesystem::directory_iterator(proc, ec))
+            if (std::filesystem::read_symlink(fd.path(), ec) == com1.slavePath()) return true;
+        return false;
+    };
+    for (int i = 0; i < 400 && !holds(); ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    ASSERT_TRUE(holds()) << "the tool never opened " << com1.slavePath();
+    ::kill(tool.pid(), SIGINT);
+    const ToolRun run = tool.finish();
+    EXPECT_EQ(run.status, 130);
+    EXPECT_NE(run.err.find("Funcao: Gravar TX|Erro:User interrupt occurred"), std::string::npos)
+        << run.err;
 }
 
 // simular --json prints the port options for lumbractl first, then one line per device event.

@@ -18,6 +18,7 @@ struct ToolRun {
     int status = -1;  // the exit status; 128 + n for a child ended by signal n
     std::string out;
     std::string err;
+    long peakKb = 0;  // the child's peak resident memory
 };
 
 // One run of lumbractl. The child gets no display and no Qt platform from the test's environment,
