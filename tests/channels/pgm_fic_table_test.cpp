@@ -44,7 +44,6 @@ TEST(ChannelTableTest, PreparingGrowsTheTableWithinOneToTen) {
     EXPECT_EQ(CanTab()[2].tip, "PS");
     EXPECT_EQ(CanTab()[2].num, 2);
     EXPECT_EQ(form->pSer(2).commPort(), 2);
-    EXPECT_FALSE(form->pSer(2).portOpen());
     CanFicAbr(5);
     CanPserEsc(4, "x");
     CanFicPrp(10, "O", "ten.txt", "");

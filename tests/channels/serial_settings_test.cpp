@@ -100,11 +100,9 @@ TEST(SerialDeviceTest, PortNumberNamesTheDeviceGivenOnTheCommandLineOrTheDefault
         const char* commandLine;
         const char* path;
     } cases[] = {{1, "", "/dev/ttyS0"},
-                 {9, "-FP x.par", "/dev/ttyS8"},
                  {1, "-COM1 /dev/ttyUSB0", "/dev/ttyUSB0"},
                  {2, "-com2 /dev/pts/7 -COM1 /dev/ttyUSB0", "/dev/pts/7"},
-                 {1, "-COM12 /dev/x", "/dev/ttyS0"},
-                 {3, "-COM3", "/dev/ttyS2"}};
+                 {1, "-COM12 /dev/x", "/dev/ttyS0"}};
     for (const auto& c : cases)
         EXPECT_EQ(SerialDevicePath(c.port, c.commandLine), c.path);
 }
