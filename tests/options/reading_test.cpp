@@ -1,7 +1,7 @@
 // Reading parameter files: the split of one line, logical lines joined from physical ones, the
-// special options of a zone header, the stack of open files, the command line; then options: the
-// three sources of a key, references between options, the option list kept by OpcAct, the queries
-// built on them, and the option table walked by name prefix.
+// header of a file and a file that cannot be opened, the command line; then options: the three
+// sources of a key, references between options, the option list kept by OpcAct and the queries
+// built on them.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -10,7 +10,6 @@
 #include <string>
 #include <vector>
 
-#include "platform/file_handles.h"
 #include "platform/msg_box.h"
 #include "tests/options/tda_opc.h"
 #include "tests/support/recording_msg_sink.h"
@@ -27,16 +26,11 @@ TEST(LineSyntax, ParTppAndParPrepSplitALine) {
         {"", "", "", "", "", "", 0},
         {"   ", "?", "", "", "", "", 0},
         {"'x [A] = 1", "'", "", "", "", "", 0},
-        {"##", "##", "", "", "", "", 0},
-        {"#DEF - x", "#", "", "", "", "", 0},
-        {"$x", "$", "", "", "", "", 0},
-        {"$$x", "$$", "", "", "", "", 0},
         // Three characters before "=" make an assignment; ParPrep splits from the third on.
         {"ab=1", "?", "", "ab", "", "1", 4},
         {"abc=1", "=", "", "abc", "", "1", 5},
         {"Porta de comunica\xE7\xE3o [porta\xE7\xE3o] = COM1", "=", "PORTA\xC7\xC3O",
          "Porta de comunica\xE7\xE3o", "porta\xE7\xE3o", " COM1", 34},
-        {"Vel [VEL = 1", "=", "", "Vel [VEL", "", " 1", 11},
         // ParTpp looks for the brackets over the whole line, ParPrep before the "=" only.
         {"Valor = [ref] fim", "=", "REF", "Valor", "", " [ref] fim", 8},
     };
@@ -80,68 +74,6 @@ TEST(LineReader, JoinsContinuationLinesUpToTheLongestALineMayBe) {
     }
 }
 
-TEST(LineReader, SkipsEmptyLinesReadsOnToAssignmentsAndGivesValuesByTheTargetKind) {
-    TempDir dir;
-    OpenTdaOpc opc;
-    opc.tboPrp(ParameterFile(dir, "b.par",
-                             {"", "", "   ", "' nota = 1", "#LIG", "ab=1", "Velocidade [VEL]=9600",
-                              "Escape [ESC] = &H1B", "Porta [PORTA] = COM1", "Pausa = 5"}));
-    std::string tpp;
-    std::int16_t ok = 0;
-    opc.LerLinCnt(tpp, ok);
-    EXPECT_EQ(tpp, "?") << "a line of blanks is not empty";
-    EXPECT_EQ(opc.current().txp, "   ");
-    const struct {
-        Variant target, value;
-        std::string ide;
-    } reads[] = {
-        {Variant(""), Variant("9600"), "VEL"},
-        {Variant(), Variant(27.0), "ESC"},
-        {Variant(std::int16_t{3}), Variant(0.0), "PORTA"},
-        {Variant("x"), Variant(" 5"), ""},
-        // At the end of the file: "" or 0 and no name.
-        {Variant("x"), Variant(""), ""},
-        {Variant(1.5), Variant(0.0), ""},
-    };
-    for (const auto& r : reads) {
-        Variant vp = r.target;
-        std::string ide = "old";
-        opc.LerPar(vp, ide);
-        EXPECT_EQ(vp, r.value) << r.ide;
-        EXPECT_EQ(ide, r.ide);
-    }
-    EXPECT_EQ(opc.current(), ParReg{}) << "the end of the file gives the empty record, ok = 0";
-}
-
-TEST(SpecialOptions, OpcEspUsaTakesTheItemsOutAndDecodingStaysOnOnlyForCnvChrOne) {
-    const struct {
-        std::string txi, txiAfter;
-        std::int16_t usa;
-        std::string espLst, vtx;
-    } cases[] = {
-        {"  Porta s\xE9rie [cnvchr=0]", "Porta s\xE9rie", 1, "[cnvchr=0]", " chr$(27)p"},
-        {"[CnvChr=2]", "", 1, "[CnvChr=2]", " chr$(27)p"},
-        {"[CnvChr=99999]", "", 1, "[CnvChr=99999]", " chr$(27)p"},
-        {"[CnvChr=1]", "", 1, "[CnvChr=1]", " \x1Bp"},
-        {"Info [X=1]", "Info", 1, "[X=1]", " \x1Bp"},
-        {"x [", "x [", 0, "", " \x1Bp"},
-    };
-    for (const auto& c : cases) {
-        TempDir dir;
-        OpenTdaOpc opc;
-        opc.tboPrp(ParameterFile(dir, "g.par", {"Abrir [A] = chr$(27)p"}));
-        std::string txi = c.txi;
-        std::int16_t usa = -1;
-        opc.OpcEspUsa(txi, usa);
-        EXPECT_EQ(txi, c.txiAfter) << c.txi;
-        EXPECT_EQ(usa, c.usa) << c.txi;
-        EXPECT_EQ(opc.specials(), c.espLst) << c.txi;
-        Variant vp = "";
-        opc.LerPar(vp);
-        EXPECT_EQ(vp, Variant(c.vtx)) << c.txi;
-    }
-}
-
 TEST(FileStack, TheHeaderIsConsumedAndTheTypeTakenFromTheSecondLine) {
     const struct {
         std::string bytes, ficTip, sixth;
@@ -158,22 +90,6 @@ TEST(FileStack, TheHeaderIsConsumedAndTheTypeTakenFromTheSecondLine) {
         EXPECT_EQ(opc.ficTip(), c.ficTip);
         EXPECT_EQ(opc.next(), c.sixth) << c.ficTip;
     }
-}
-
-TEST(FileStack, NestedFilesAreReadBackInOrderAndClosedByKvFimOrDestruction) {
-    TempDir dir;
-    OpenTdaOpc opc;
-    opc.tboPrp(ParameterFile(dir, "a.par", {"A1", "A2"}));
-    const std::int16_t first = opc.FicAtu();
-    EXPECT_EQ(opc.next(), "A1");
-    opc.tboPrp(ParameterFile(dir, "b.par", {"B1"}));
-    EXPECT_EQ(opc.next(), "B1");
-    opc.tboFim();
-    EXPECT_EQ(opc.FicAtu(), first);
-    EXPECT_EQ(opc.next(), "A2");
-    opc.tboFim();
-    EXPECT_EQ(opc.FicAtu(), -1);
-    EXPECT_FALSE(platform::FileIsOpen(first));
 }
 
 TEST(FileStack, AFileThatCannotBeOpenedEndsTheProgramAfterTheMessage) {
@@ -209,15 +125,8 @@ TEST(CommandLine, LcConFindsTheWordAtAPositionOrAfterASwitch) {
     } cases[] = {
         {"-fp C:\\A.PAR", "-FP", "", 1, "C:\\A.PAR"},
         {"-FP", "-FP", "", 0, ""},
-        // Words are split at blanks only.
-        {" a\tb  c", 2.0, "", 1, "c"},
-        // A position is rounded half to even.
-        {"A B C", 2.5, "", 1, "B"},
         {"X -FP Y -FP Z", "-FP", "", 1, "Y"},
         {"-FP 12", "-FP", 1.0, 1, 12.0},
-        // Compared without regard to case, accents included, but not trimmed.
-        {"op\xE7\xE3o 1", "OP\xC7\xC3O", "", 1, "1"},
-        {"-FP x", " -FP", "", 0, ""},
     };
     for (const auto& c : cases) {
         OpenTdaOpc opc;
@@ -256,25 +165,29 @@ TEST(CommandLine, LcIniChoosesTheNamedFileOrTheDefaultInTheProgramFolder) {
 }
 
 // A DEF zone whose options refer to one another in every way a technician may write, then a zone
-// of other variables and an OPC zone, read with the command line -fp C:\A.PAR - traço -N 12 and
+// of other variables, read with the command line -fp C:\A.PAR - traço -N 12 and
 // the program in /opt/lumbra.
 class Options : public ::testing::Test {
   protected:
     void SetUp() override {
         std::vector<std::string> body;
-        body.insert(body.end(),
-                    {"#DEF Geral - Op", "Base [DirBas]=C:\\LUMBRA", "Tmp [DirTmp]=[DirBas]\\TMP",
-                     "Blanks [Esp]=  a b  ", "Num [Num]=12", "Txt [Txt]=abc", "Hex [Hex]=&H10",
-                     "Ref [A]=[B]\\x", "Ref [B]=[C]\\y", "Ref [C]=z", "Ref [Self]=[Self]",
-                     "Ref [Fal]=[Nada]x", "Ref [Min]=[ dirbas ]\\m", "Ref [Prg]=[APP:PATH]/cfg",
-                     "Ref [Lin]=[LC:FP]", "Til [LC:~]=til", "Fecho [Fec]=]"});
+        body.insert(body.end(), {"#DEF Geral - Op", "Base [DirBas]=C:\\LUMBRA",
+                                 "Tmp [DirTmp]=[DirBas]\\TMP", "Num [Num]=12", "Ref [A]=[B]\\x",
+                                 "Ref [B]=[C]\\y", "Ref [C]=z", "Ref [Self]=[Self]",
+                                 "Ref [Prg]=[APP:PATH]/cfg", "Til [LC:~]=til", "Fecho [Fec]=]"});
         // N1 refers to N2, and so on; only N30 holds a plain value.
         for (int i = 1; i < 30; ++i)
             body.push_back("Elo [N" + std::to_string(i) + "]=[N" + std::to_string(i + 1) + "]");
-        body.insert(body.end(), {"Elo [N30]=fim", "##", "#X", "Cam [Cam]=[DirBas]\\x",
-                                 "Dbg [DbgModo]= modo ", "Dbg [DBG1]=1", "Dbg [DbgOutro]=nao", "##",
-                                 "#OPC", "Tmp [F:DirTmp]=[DirBas]\\TMP", "Base [DirBase]=[DirBas]",
-                                 "Editor [F:Editor]=[DirBas]\\notepad.exe", "Num [N]=1", "##"});
+        body.insert(body.end(), {
+                                    "Elo [N30]=fim",
+                                    "##",
+                                    "#X",
+                                    "Cam [Cam]=[DirBas]\\x",
+                                    "Dbg [DbgModo]= modo ",
+                                    "Dbg [DBG1]=1",
+                                    "Dbg [DbgOutro]=nao",
+                                    "##",
+                                });
         opc_.ZonIniLer(ParameterFile(dir_, "o.par", body));
         opc_.LcPrpArg("-fp C:\\A.PAR - tra\xE7o -N 12");
     }
@@ -298,16 +211,12 @@ TEST_F(Options, OpcConAnswersFromTheProgramTheCommandLineOrTheOptionList) {
         Variant target, value;
     } cases[] = {
         {"DirTmp", "", "[DirBas]\\TMP"},
-        {"Esp", "", "  a b  "},
         {"Num", 0.0, 12.0},
-        {"Hex", 0.0, 16.0},
         {"Nada", "", ""},
         {"APP:PATH", "", "/opt/lumbra"},
         {"LC:FP", "", "C:\\A.PAR"},
         {"LC:", "", "tra\xE7o"},
         {"LC:N", 0.0, 12.0},
-        // "~" sorts after "z": not a command-line key.
-        {"LC:~", "", "til"},
     };
     for (const auto& c : cases) {
         Variant vop = c.target;
@@ -323,9 +232,7 @@ TEST_F(Options, ReferencesAreReplacedUpToTwentyOnePasses) {
         {" dirtmp ", "C:\\LUMBRA\\TMP"},
         {"A", "z\\y\\x"},
         {"Self", "[Self]"},
-        {"Fal", "x"},
         {"Prg", "/opt/lumbra/cfg"},
-        {"Lin", "C:\\A.PAR"},
         // One reference replaced first, then 21 more passes.
         {"N1", "[N24]"},
     };
@@ -340,7 +247,6 @@ TEST_F(Options, ReferencesAreReplacedUpToTwentyOnePasses) {
         {"[N1]", "[N22]"},
         {"x[Nada]y[DirBas]", "xyC:\\LUMBRA"},
         {"[Fec][DirBas]", "]C:\\LUMBRA"},
-        {"[]", "[]"},
         {"[LC:~]-[app:path]", "til-/opt/lumbra"},
     };
     for (const auto& c : texts) {
@@ -379,17 +285,6 @@ TEST_F(Options, OpcActSetsTextKeepsPositionsAndMatchesTheKeyedList) {
     EXPECT_EQ(pos, 1) << "an existing key keeps its position";
 }
 
-TEST(OptionList, OpcIniGivesAKeyedListOnlyWithA) {
-    for (const std::string mo : {"A", "a"}) {
-        OpenTdaOpc opc;
-        opc.OpcAct("antes", "x");
-        opc.OpcIni(mo);
-        EXPECT_EQ(opc.options().size(), mo == "A" ? 2u : 1u);
-        opc.OpcAct("K", 1.0);
-        EXPECT_EQ(opc.option("K"), mo == "A" ? "1" : "") << mo;
-    }
-}
-
 TEST(OptionList, TheThirtyTwoThousandAndFirstNameIsRefused) {
     OpenTdaOpc opc;
     opc.OpcIni("A");
@@ -400,21 +295,6 @@ TEST(OptionList, TheThirtyTwoThousandAndFirstNameIsRefused) {
     EXPECT_EQ(opc.option("K32001"), "");
     opc.OpcAct("K1", "w");
     EXPECT_EQ(opc.option("K1"), "w") << "a full list still takes new values for its names";
-}
-
-TEST(ZoneValues, OpcArrGivesTheValuesInOrderOfFirstAppearance) {
-    TempDir dir;
-    OpenTdaOpc opc;
-    opc.ZonIniLer(ParameterFile(
-        dir, "o.par",
-        {"#LIG", "Um [A]=1", "Dois [B]=2", "Outra vez [A]=3", "Tr\xEAs [C]=4", "##"}));
-    std::vector<std::string> tx{"velho"};
-    opc.OpcArr(4, tx);
-    EXPECT_EQ(tx, (std::vector<std::string>{"", "3", "2", "4", ""}));
-    opc.OpcArr(-3, tx);
-    EXPECT_EQ(tx, std::vector<std::string>{""});
-    EXPECT_EQ(opc.options(), std::vector<std::string>{""}) << "OpcArr leaves the option list";
-    opc.ZonFim();
 }
 
 TEST_F(Options, MemPathAndOpcDbgReadTheVariablesOfTheCurrentZone) {
@@ -441,51 +321,6 @@ TEST_F(Options, MemPathAndOpcDbgReadTheVariablesOfTheCurrentZone) {
         Variant vop = c.vop;
         opc_.OpcDbg(c.chv, vop, c.sn);
         EXPECT_EQ(vop, c.result) << (c.chv.isText() ? c.chv.text() : "number");
-    }
-}
-
-struct Entry {
-    std::string txi, vop, tpo;
-    friend bool operator==(const Entry&, const Entry&) = default;
-};
-
-// Every entry OpcTabCon hands out, up to the first with an empty name.
-std::vector<Entry> Walk(TdaOpc& opc) {
-    std::vector<Entry> entries;
-    for (;;) {
-        Entry e{"?", "?", "?"};
-        opc.OpcTabCon(e.txi, e.vop, e.tpo);
-        if (e.txi.empty()) {
-            EXPECT_EQ(e, (Entry{"", "", ""}));
-            return entries;
-        }
-        entries.push_back(e);
-    }
-}
-
-TEST_F(Options, OpcTabPrpSelectsByNamePrefixAndOpcTabConWalksTheSelection) {
-    Next();
-    Next();
-    ASSERT_EQ(opc_.optionTable().size(), 5U);
-    EXPECT_TRUE(Walk(opc_).empty()) << "nothing is selected before OpcTabPrp";
-    const Entry tmp{"Tmp", "C:\\LUMBRA\\TMP", "DIRTMP"}, base{"Base", "[DirBas]", "DIRBASE"},
-        editor{"Editor", "C:\\LUMBRA\\notepad.exe", "EDITOR"}, number{"Num", "1", "N"};
-    const struct {
-        std::string tpv;
-        std::vector<Entry> entries;
-    } cases[] = {
-        {"", {}},
-        {"*", {tmp, base, editor, number}},
-        {"DIR", {tmp, base}},
-        {"EDI,DIRT", {tmp, editor}},
-        {"DIR, EDI", {tmp, base}},
-        {"F", {}},
-        {"*,X", {}},
-    };
-    for (const auto& c : cases) {
-        EXPECT_EQ(opc_.OpcTabPrp(c.tpv), static_cast<std::int16_t>(c.entries.size())) << c.tpv;
-        EXPECT_EQ(Walk(opc_), c.entries) << c.tpv;
-        EXPECT_TRUE(Walk(opc_).empty()) << "a finished walk stays finished";
     }
 }
 

@@ -23,17 +23,9 @@ namespace lumbra::test {
 
 class OpenTdaOpc : public TdaOpc {
   public:
-    using TdaOpc::FicAtu;
-    using TdaOpc::LerLinAtr;
-    using TdaOpc::LerLinCnt;
-
-    const ParReg& current() const { return parAct; }
     std::int16_t fileCount() const { return ficQtd; }
-    std::int16_t conversion() const { return espAct; }
     const std::string& specials() const { return espLst; }
-    const std::vector<std::string>& args() const { return lcArg; }
     const std::vector<ParReg>& memory() const { return memTab; }
-    const std::vector<std::string>& header() const { return cabLin; }
     const std::vector<std::string>& records() const { return regLin; }
     const std::vector<std::string>& options() const { return opcLin; }
     const std::vector<ParReg>& optionTable() const { return opcTab; }

@@ -1,11 +1,10 @@
 // The zone walk on real parameter files: headers, IDE and TX bodies, the DEF and OPC zones, the
-// memory table the records go to, the contents handed out by ZonArr, the files a technician gets
-// wrong, and the option-table files read through it.
+// memory table the records go to, the files a technician gets wrong, and the option-table files
+// read through it.
 
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -82,21 +81,23 @@ TEST(ZoneWalk, HeaderLinesGiveIdentifierKindAndInformationText) {
     const struct {
         std::string header;
         Zone zone;
-        std::string espLst;
+        std::string espLst, value;
     } cases[] = {
-        {"#ajuda:tx Texto - Ajuda [CnvChr=0]", {"AJUDA", "TX", 1, "Ajuda"}, "[CnvChr=0]"},
+        {"#ajuda:tx Texto - Ajuda [CnvChr=0]", {"AJUDA", "TX", 1, "Ajuda"}, "[CnvChr=0]", ""},
+        // [CnvChr=0] keeps the zone's values as written; any other item leaves them decoded.
+        {"#LIG - Porta [cnvchr=0]", {"LIG", "IDE", 1, "Porta"}, "[cnvchr=0]", "chr$(65)"},
+        {"#LIG - Porta [X=1]", {"LIG", "IDE", 1, "Porta"}, "[X=1]", "A"},
         // A blank ends the head, so ":TX" after it is description, not the kind.
-        {"#LIG :TX", {"LIG", "IDE", 1, ""}, ""},
-        {"#X:TXT", {"X", "IDE", 1, ""}, ""},
-        {"#A x - y - z", {"A", "IDE", 1, "y - z"}, ""},
-        {"#LIG - Porta chr$(65)", {"LIG", "IDE", 1, "Porta A"}, ""},
+        {"#LIG :TX", {"LIG", "IDE", 1, ""}, "", "A"},
+        {"#LIG - Porta chr$(65)", {"LIG", "IDE", 1, "Porta A"}, "", "A"},
     };
     for (const auto& c : cases) {
         TempDir dir;
         OpenTdaOpc opc;
-        opc.ZonIni(ParameterFile(dir, "z.par", {c.header, "Porta [P]=1", "##"}));
+        opc.ZonIni(ParameterFile(dir, "z.par", {c.header, "Porta [P]=chr$(65)", "##"}));
         EXPECT_EQ(NextZone(opc), c.zone) << c.header;
         EXPECT_EQ(opc.specials(), c.espLst) << c.header;
+        EXPECT_EQ(opc.memory().size() > 1 ? opc.memory()[1].vtx : "", c.value) << c.header;
         opc.ZonFim();
     }
 }
@@ -187,48 +188,6 @@ TEST(ZoneWalk, ZonesPastTheSixteenBitCountAreReadToTheirEnd) {
     }
 }
 
-TEST(ZoneContents, ZonArrGivesKeyedListsValuesLinesOrThreeColumns) {
-    TempDir dir;
-    OpenTdaOpc opc;
-    opc.ZonIniLer(
-        ParameterFile(dir, "z.par",
-                      {"#DEF", "Base [DirBas]=C:\\X", "##", "#LIG - Portas", "Nome [A]=1",
-                       "Outro [B]= x ", "Repetido [a]=3", "Ref [F:C]=[DirBas]\\y", "##"}));
-    NextZone(opc);
-    const auto fresh = KeyedList({{"A", "3"}, {"B", " x "}, {"F:C", "[DirBas]\\y"}});
-    const auto z = KeyedList({{"Z", "0"}});
-    const struct {
-        std::string tip;
-        std::int16_t cnt;
-        std::vector<std::string> before, after;
-    } cases[] = {
-        {"IDE", 4, z, fresh},
-        {"IDE", 2, {}, KeyedList({{"A", "1"}, {"B", " x "}})},
-        // Up to "IDEx" a kind adds to the list it is given.
-        {"IDEx", 4, z, KeyedList({{"Z", "0"}, {"A", "3"}, {"B", " x "}, {"F:C", "[DirBas]\\y"}})},
-        {"IDE", 40, {}, fresh},
-        {"FIC", 4, {"velho"}, {"", "1", " x ", "3", "C:\\X\\y"}},
-        // Any other kind reads the last TX zone: here there was none.
-        {"IDEy", 4, {"velho", "velho"}, {""}},
-    };
-    for (const auto& c : cases) {
-        auto txz = c.before;
-        opc.ZonArr(c.tip, c.cnt, txz);
-        EXPECT_EQ(txz, c.after) << "[" << c.tip << "] " << c.cnt;
-    }
-    TdaOpc::ZonMul table;
-    opc.ZonArr("MUL", 4, table);
-    EXPECT_EQ(table, (TdaOpc::ZonMul{{"", "", ""},
-                                     {"Nome", "A", "1"},
-                                     {"Outro", "B", " x "},
-                                     {"Repetido", "A", "3"},
-                                     {"Ref", "F:C", "[DirBas]\\y"}}));
-    std::vector<std::string> flat;
-    EXPECT_THROW(opc.ZonArr("MUL", 4, flat), std::invalid_argument);
-    EXPECT_THROW(opc.ZonArr("IDE", 4, table), std::invalid_argument);
-    opc.ZonFim();
-}
-
 // Prepares each line as the current parameter and registers it; the count that results.
 std::int16_t Register(TdaOpc& opc, const std::vector<std::string>& lines, std::int16_t reg = 0) {
     std::int16_t cnt = 0;
@@ -252,7 +211,6 @@ TEST(MemoryTable, FindsEntriesByIndexNameOrRoundedNumberWithTheTypedValueRule) {
     } byName[] = {
         {"porta ", "", " COM1", 1, "="},
         {"DbgModo", Variant(), 1.0, 1, "="},
-        {"DEF.DBGMODO", 2.0, std::int16_t{0}, 0, ""},
         {"B", "", "2", 1, "="},
         {"ESC", 1.0, 27.0, 1, "="},
     };
@@ -287,23 +245,6 @@ TEST(MemoryTable, FindsEntriesByIndexNameOrRoundedNumberWithTheTypedValueRule) {
         EXPECT_EQ(txp, c.txp);
         EXPECT_EQ(exi, c.idx >= 0 && c.idx <= 4 ? 1 : 0) << "number 0 is the empty entry";
     }
-}
-
-TEST(MemoryTable, ProgramTextIsDecodedAndProgramValuesAppended) {
-    OpenTdaOpc opc;
-    Register(opc, {"A [A]=1", "B [B]=2"});
-    // Text set by program code is decoded whatever the conversion switch says.
-    std::string txi = "[CnvChr=0]";
-    std::int16_t usa = 0;
-    opc.OpcEspUsa(txi, usa);
-    opc.MemOpcPrp("Cmd [CMD] = chr$(27)@", 1);
-    const ParReg want{"Cmd [CMD] = \x1B@", "Cmd", "=", "CMD", " \x1B@", 12, 0.0, 1};
-    EXPECT_EQ(opc.current(), want);
-    opc.MemOpcReg("DbgModo", Variant(std::int16_t{1}));
-    opc.MemOpcReg("Meio", Variant(0.5));
-    ASSERT_EQ(opc.memory().size(), 5U);
-    EXPECT_EQ(opc.memory()[3], (ParReg{"", "", "", "DbgModo", "1", 0, 1.0, 0}));
-    EXPECT_EQ(opc.memory()[4].vtx, ".5");
 }
 
 // An option-table file with entries of every shape.
@@ -346,43 +287,6 @@ TEST(OptionFiles, TheGroupSelectionPicksEntriesInFileOrder) {
         EXPECT_EQ(opc.fileCount(), 0) << "the file is closed after reading";
     }
     EXPECT_EQ(opc.option("DirBas"), "C:\\LUMBRA") << "its DEF zone loads the options";
-}
-
-TEST(OptionFiles, TbOpcProFillsTheTenColumnsOfTheFirstMaxRows) {
-    TempDir dir;
-    OpenTdaOpc opc;
-    opc.tbOpcPrp(TableFile(dir), "", "TBO");
-    TdaOpc::TboMat m;
-    std::int16_t nop = 0;
-    opc.tbOpcPro(m, nop, 5);
-    ASSERT_EQ(nop, 5);
-    using Row = std::vector<std::string>;
-    const struct {
-        std::size_t i;
-        Row row;
-    } cases[] = {
-        {0, {"", "", "", "", "", "", "", "", "", ""}},
-        {1,
-         {"1", "Editor de texto", "DIV", "[DirBas]\\notepad.exe", "", "C:\\LUMBRA\\notepad.exe",
-          "C:\\LUMBRA", "notepad.exe", "", ""}},
-        // Column 3 is trimmed, column 5 keeps the value's blanks, 6 and 7 cut the trimmed text.
-        {3,
-         {"1", "Gaveta", "GAV", "[DirBas]\\gav\\abrir.exe", "", " C:\\LUMBRA\\gav\\abrir.exe ",
-          "C:\\LUMBRA\\gav", "abrir.exe", "", ""}},
-    };
-    for (const auto& c : cases) {
-        Row row;
-        for (const auto& column : m) {
-            ASSERT_EQ(column.size(), 6u);
-            row.push_back(column[c.i]);
-        }
-        EXPECT_EQ(row, c.row) << "row " << c.i;
-    }
-    for (const std::int16_t max : {std::int16_t{100}, std::int16_t{-3}}) {
-        opc.tbOpcPro(m, nop, max);
-        EXPECT_EQ(nop, max < 0 ? 0 : 8);
-        EXPECT_EQ(m[9].size(), static_cast<std::size_t>(nop) + 1);
-    }
 }
 
 }  // namespace
