@@ -26,19 +26,16 @@ struct WriteLog {
 };
 
 const std::string kSerialRow = "S\xE9rie [SER]=COM1,9600,n,8,1";
-const std::string kModes = "#GAV G - Modos [CnvChr=0]";
 
 class DeviceActionTest : public ProgramTest {
   protected:
-    // Starts on these zones with serial port 1 on the pseudo-terminal.
-    void StartOnPty(const Strings& lines) { Start(lines, {"-COM1", pty.slavePath()}); }
-    // Drawer modes, one per command, on a connection port.
-    void StartWithModes(const std::string& port, const Strings& commands) {
-        Strings lines = {"#LIG P", port, "##", kModes};
+    // Drawer modes, one per command, on serial port 1, the pseudo-terminal.
+    void StartWithModes(const Strings& commands) {
+        Strings lines = {"#LIG P", kSerialRow, "##", "#GAV G - Modos [CnvChr=0]"};
         for (const std::string& c : commands)
             lines.push_back("Modo [M]=" + c);
         lines.push_back("##");
-        StartOnPty(lines);
+        Start(lines, {"-COM1", pty.slavePath()});
         Gb().ligIdx = 1;
     }
     PtyPair pty;
@@ -57,7 +54,7 @@ TEST_F(DeviceActionTest, DrawerCommandsLosePlusSignsAndQuotesAndAreDecodedAtSend
     Strings commands;
     for (const auto& c : cases)
         commands.push_back(c.command);
-    StartWithModes(kSerialRow, commands);
+    StartWithModes(commands);
     for (std::size_t i = 0; i < std::size(cases); ++i) {
         Gb().gavIdx = static_cast<std::int16_t>(i + 1);
         SendDrawerCommand();
@@ -72,13 +69,11 @@ TEST_F(DeviceActionTest, TheCycleFillsOnlyTheLeadingPlaceholders) {
     } cases[] = {
         {"\"p\"+[MO]", "\"p\"+0", "\"p\"+1", "\"p\"+1"},
         {"[P1]-[P2]-[MO]", "10-10-0", "10-10-1", "250-250-1"},
-        {"[mo]+[MO]", "[mo]+[MO]", "[mo]+[MO]", "[mo]+[MO]"},
-        {"[X][P1]", "[X][P1]", "[X][P1]", "[X][P1]"},
     };
     Strings commands;
     for (const auto& c : cases)
         commands.push_back(c.command);
-    StartWithModes(kSerialRow, commands);
+    StartWithModes(commands);
     for (std::size_t i = 0; i < std::size(cases); ++i) {
         Strings shown;
         const auto row = static_cast<std::int16_t>(i + 1);
@@ -89,31 +84,7 @@ TEST_F(DeviceActionTest, TheCycleFillsOnlyTheLeadingPlaceholders) {
     }
 }
 
-TEST_F(DeviceActionTest, DisplayActionsSendExactlyTheirTextToTheSelectedDisplayPort) {
-    StartOnPty({"#DIS_OPC D", "Display [SER]=COM1,9600,n,8,1",
-                "Impress\xE3o [FIC]=" + dir.file("A,B.TXT"), "##", "#DIS_CMD C",
-                "Limpar [CLR]=chr$(12)", "##"});
-    EXPECT_EQ(DisplayCommand(2), "");
-    const struct {
-        std::int16_t row;
-        std::string text, file;  // no file: the pseudo-terminal on port 1
-    } cases[] = {
-        {1, DisplayCommand(1), ""},
-        // The whole value is the file name, commas included, and each action creates it anew.
-        {2, "Texto para display", "A,B.TXT"},
-        {2, "x", "A,B.TXT"},
-    };
-    EXPECT_EQ(cases[0].text, "\x0C");
-    for (const auto& c : cases) {
-        Gb().disIdx = c.row;
-        SendDisplayText(c.text);
-        EXPECT_EQ(c.file.empty() ? pty.readAvailable() : dir.read(c.file), c.text) << c.row;
-    }
-    EXPECT_TRUE(boxes.boxes().empty());
-}
-
-// Each stage of open, write, close reports its own failure and the next one still runs, in a
-// single action and at every send of a cycle.
+// Each stage of open, write, close reports its own failure and the next one still runs.
 TEST_F(DeviceActionTest, AFailingPortShowsABoxForEveryStageAndTheSequenceGoesOn) {
     const std::string com1 = "Erro no ficheiro: COM1";
     const std::string notOpen = "|Erro:Port 1 is not open";
@@ -142,18 +113,12 @@ TEST_F(DeviceActionTest, AFailingPortShowsABoxForEveryStageAndTheSequenceGoesOn)
         Gb().gavIdx = 1;
         SendDrawerCommand();
         EXPECT_EQ(boxes.boxes(), c.boxes);
-        boxes.clear();
-        EXPECT_EQ(RunDrawerCycle(1, {nullptr, nullptr, SendDrawerCommand}), 338);
-        std::vector<RecordedBox> every;
-        for (int i = 0; i < 338; ++i)
-            every.insert(every.end(), c.boxes.begin(), c.boxes.end());
-        EXPECT_TRUE(boxes.boxes() == every) << boxes.boxes().size() << " boxes";
     }
     EXPECT_EQ(pty.readAvailable(), "");
 }
 
 // Port zones missing (tables never built) or without lines (only the empty row 0): nothing is
-// prepared, opened or written. With ports but no modes or commands, the empty row 0 is sent.
+// prepared, opened or written.
 TEST_F(DeviceActionTest, WithoutAPortNothingHappensAndWithoutAModeNothingIsWritten) {
     const Strings cmd = {"#GAV G",     "Modo [M]=\"A\"",        "##",
                          "#DIS_CMD C", "Limpar [CLR]=chr$(12)", "##"};
@@ -172,18 +137,6 @@ TEST_F(DeviceActionTest, WithoutAPortNothingHappensAndWithoutAModeNothingIsWritt
         EXPECT_TRUE(boxes.boxes().empty());
         EXPECT_EQ(CanTab().size(), 1U) << "a channel was prepared";
     }
-    ResetProgram();
-    Start({"#LIG P", "Gaveta [FIC]=" + dir.file("gav.txt"), "##", "#DIS_OPC D",
-           "Display [FIC]=" + dir.file("dis.txt"), "##"});
-    dir.write("gav.txt", "antes");
-    Gb().ligIdx = Gb().disIdx = 1;
-    WriteLog log;
-    SendDrawerCommand();
-    SendDisplayText(DisplayCommand(0));
-    EXPECT_EQ(RunDrawerCycle(0, {nullptr, nullptr, SendDrawerCommand}), 338);
-    // Each port was opened for output, so emptied, and written with nothing.
-    EXPECT_TRUE(dir.exists("dis.txt") && dir.read("gav.txt").empty());
-    EXPECT_EQ(log.writes, Strings(340, ""));
 }
 
 }  // namespace

@@ -18,7 +18,6 @@
 #include <QTimer>
 #include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "app/LumbraGb.h"
@@ -28,15 +27,6 @@
 #include "tests/support/pty_pair.h"
 
 namespace lumbra::test {
-
-// The program's command line: "-FP parFile", then "-COMn device".
-inline void SetCommandLine(const std::string& parFile,
-                           const std::vector<std::pair<int, std::string>>& ports = {}) {
-    std::vector<std::string> words{"-FP", parFile};
-    for (const auto& [number, device] : ports)
-        words.insert(words.end(), {"-COM" + std::to_string(number), device});
-    SetCommandLine(words);
-}
 
 // The program's start as main does it, on the command line set before: the window, Form_Load, then
 // shown.
