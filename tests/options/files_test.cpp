@@ -62,7 +62,6 @@ TEST_F(Files, RegConFindsVariablesByTheNameAfterTheirKind) {
     } cases[] = {
         {"Vel [N:VEL]=9600", "VEL", "", "9600", 1},
         {"Vel [ vel ]=9600", " Vel ", "", "9600", 1},
-        {"Porta [PORTA] = COM1 ", "PORTA", "", " COM1 ", 1},
         {"Vel [VEL]= &H1B", "VEL", 0.0, 27.0, 1},
         {"Vel [VEL]=99999", "VEL", std::int16_t{7}, std::int16_t{0}, 0},
         // A line whose "=" comes too early is no assignment and names nothing.

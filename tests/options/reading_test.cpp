@@ -24,7 +24,6 @@ TEST(LineSyntax, ParTppAndParPrepSplitALine) {
         std::int16_t ptx;
     } cases[] = {
         {"", "", "", "", "", "", 0},
-        {"   ", "?", "", "", "", "", 0},
         {"'x [A] = 1", "'", "", "", "", "", 0},
         // Three characters before "=" make an assignment; ParPrep splits from the third on.
         {"ab=1", "?", "", "ab", "", "1", 4},

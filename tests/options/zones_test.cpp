@@ -211,7 +211,6 @@ TEST(MemoryTable, FindsEntriesByIndexNameOrRoundedNumberWithTheTypedValueRule) {
     } byName[] = {
         {"porta ", "", " COM1", 1, "="},
         {"DbgModo", Variant(), 1.0, 1, "="},
-        {"B", "", "2", 1, "="},
         {"ESC", 1.0, 27.0, 1, "="},
     };
     for (const auto& c : byName) {
