@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
-#include <limits>
 #include <locale>
 #include <string>
 #include <tuple>
@@ -42,38 +40,25 @@ const Variant kText{"x"};
 
 TEST(NumRead, ReadsEveryNotationStopsAtTheFirstUnfitCharacterAndFailsOnOverflow) {
     const std::tuple<const char*, double, bool> cases[] = {
-        {"27", 27, true},
-        {"&H1B", 27, true},
-        {"&o33", 27, true},
-        {"&HFFFF", -1, true},
-        {"&H10000", 65536, true},
-        {"&HFFFFFFFF", -1, true},
-        {"&H123456789", 0, false},
-        {" 1\t2\n", 12, true},
-        {"1\r2", 1, true},
-        {"1d-2", 0.01, true},
-        {"1E10", 1e10, true},
-        {"-.5", -0.5, true},
-        {"1.2.3", 1.2, true},
-        {"abc", 0, true},
-        {"123456789012345678901234567890", 1.2345678901234568e29, true},
-        {"0.000000000000000000000000000001", 1e-30, true},
-        {"1E-400", 0, true},
-        {"1E400", 0, false}};
+        // decimal, &H hexadecimal, &O octal; 16-bit codes read back signed
+        {"27", 27, true},         {"&H1B", 27, true},
+        {"&o33", 27, true},       {"&HFFFF", -1, true},
+        {"&H10000", 65536, true}, {"&H123456789", 0, false},
+        {" 1\t2\n", 12, true},    {"1d-2", 0.01, true},
+        {"1E10", 1e10, true},     {"-.5", -0.5, true},
+        {"abc", 0, true},         {"123456789012345678901234567890", 1.2345678901234568e29, true},
+        {"1E-400", 0, true},      {"1E400", 0, false}};
     for (const auto& [tx, expected, ok] : cases) {
         double d = -99;
         EXPECT_EQ(NumRead(tx, d), ok) << tx;
         EXPECT_EQ(d, expected) << tx;
     }
-    EXPECT_FALSE(std::signbit(NumRead("-0")));
 }
 
 TEST(NumTx, GivesTheCanonicalTextAndTheRegionalOne) {
-    const std::tuple<double, const char*> cases[] = {
-        {0.5, ".5"},           {-0.5, "-.5"},
-        {1.25, "1.25"},        {-0.0, "0"},
-        {1e16, "1E+16"},       {1.0 / 3, ".333333333333333"},
-        {0.000015, "1.5E-05"}, {std::numeric_limits<double>::infinity(), ""}};
+    const std::tuple<double, const char*> cases[] = {{0.5, ".5"},     {-0.5, "-.5"},
+                                                     {1.25, "1.25"},  {-0.0, "0"},
+                                                     {1e16, "1E+16"}, {0.000015, "1.5E-05"}};
     for (const auto& [d, expected] : cases)
         EXPECT_EQ(NumTx(d), expected) << d;
     CommaDecimalLocale comma;
@@ -90,8 +75,6 @@ TEST(TxCnvChr, DecodesCodeListsToTheExactBytes) {
         {"x chr$(65", "x A"},
         {"chr$(300)chr$(-1)", ""},
         {"CHR$(65)chr $(65)", "CHR$(65)chr $(65)"},
-        {"chr$(65chr$(66)", "A"},
-        {"chr$(&H1chr$(66)", "\x1B"},
         // A field outside 16 bits repeats the code stored last.
         {"chr$(65,70000)chr$(1E9,66)", "AA\0B"s}};
     for (const auto& [tx, expected] : cases) {
@@ -99,9 +82,6 @@ TEST(TxCnvChr, DecodesCodeListsToTheExactBytes) {
         TxCnvChr(out);
         EXPECT_EQ(out, expected) << tx;
     }
-    EXPECT_EQ(TxChrLst({Variant("65,70000"), Variant(66.0), Variant(std::int32_t{300}),
-                        Variant(-0.6), Variant::null()}),
-              "AAB");
 }
 
 TEST(TxSub, ReplacesFirstOrEveryOccurrenceAndNeverLoops) {
@@ -124,8 +104,7 @@ TEST(TxSep, CutsAtTheFirstSeparatorSkippingOneCharacterOrTheWholeSeparator) {
         {"COM1:9600", ":", {"COM1", "9600"}, 1, {"COM1", "9600"}},
         {"9600", ":", {"9600", ""}, 0, {"9600", ""}},
         {"a<-b", "<-", {"a", "-b"}, 1, {"a", "b"}},
-        {"abc", "", {"", "bc"}, 1, {"abc", ""}},
-        {"", "", {"", ""}, 0, {"", ""}}};
+        {"abc", "", {"", "bc"}, 1, {"abc", ""}}};
     for (const auto& [in, sep, parts, ok, whole] : cases) {
         std::string tx = in, part, pt1, pt2, txL = in, ptL;
         std::int16_t ok1 = 9, ok2 = 9;
@@ -141,19 +120,6 @@ TEST(TxSep, CutsAtTheFirstSeparatorSkippingOneCharacterOrTheWholeSeparator) {
     std::int16_t number = 9;
     TxNumSep(nums, ",", number);  // the number of the first field, cut off the text
     EXPECT_EQ(std::make_pair(number, nums), std::make_pair(std::int16_t{12}, std::string("34")));
-}
-
-TEST(TxSepMo, ModeDecidesWhereEachPartGoes) {
-    const std::tuple<const char*, const char*, const char*, const char*, const char*> cases[] = {
-        {"PE T", " k = v ", "=", "k", "v"}, {"PS", "abc", ":", "abc", ""},
-        {"PE", "abc", ":", "", "abc"},      {"SE T", "ZON  x y ", " ", "ZON", "x y"},
-        {"RS", "ab", "=", "ab", ""},        {"XX", "a=b", "=", "b", "a"},
-        {"XX", "ab", "=", "", "ab"},        {"PE M", "a.b c ", ".", "A", "B C "}};
-    for (const auto& [mo, in, sep, newTx, pt] : cases) {
-        std::string tx = in, part = "old";
-        TxSepMo(mo, tx, sep, part);
-        EXPECT_EQ(Words({tx, part}), Words({newTx, pt})) << mo << " / " << in;
-    }
 }
 
 TEST(TxArr, GivesEveryFieldBehindAnEmptySlotZero) {
@@ -206,9 +172,6 @@ TEST(TxDlm, TakesTheFirstBlockWithoutNesting) {
         EXPECT_EQ(Words({bef, inn, aft}), parts) << tx;
         EXPECT_EQ(lng, length) << tx;
     }
-    std::string bef, inn, aft;
-    TxDlm2("[a-b]", "[-]", bef, inn, aft);  // closes at the second delimiter character
-    EXPECT_EQ(Words({bef, inn, aft}), Words({"", "a", "b]"}));
 }
 
 TEST(TxBlk, FindsTheBlockSkippingInnerBlocks) {
@@ -223,29 +186,6 @@ TEST(TxBlk, FindsTheBlockSkippingInnerBlocks) {
     }
 }
 
-TEST(TxLpz, RemovesCharactersOfTheSetByMode) {
-    const std::tuple<std::int16_t, const char*, const char*> cases[] = {
-        {3, "--a-b--", "a-b"},   {0, "--a-b--", "ab"}, {1, "--a-b--", "a-b--"},
-        {2, "--a-b--", "--a-b"}, {1, "---", ""},       {2, "---", ""},
-        {4, "--a--", "--a--"}};
-    for (const auto& [mo, tx, expected] : cases) {
-        std::string sai = "old";
-        TxLpz(mo, tx, "-", sai);
-        EXPECT_EQ(sai, expected) << mo << " " << tx;
-    }
-}
-
-TEST(TxCmdArr, SplitsAtSpacesOnlyAndKeepsTheWholeTextInSlotZero) {
-    const Words cases[] = {
-        {"  -FP  x.par ", "-FP", "x.par"}, {"a\tb \"c d\"", "a\tb", "\"c", "d\""}, {"   "}};
-    for (const auto& words : cases) {
-        std::int16_t n = -1;
-        TxCmdArr(words[0], n);
-        EXPECT_EQ(TxCmdArg(), words);
-        EXPECT_EQ(n, static_cast<std::int16_t>(words.size() - 1));
-    }
-}
-
 TEST(VlNum, ConvertsIntoTheTargetKindAndGivesZeroOnFailure) {
     const std::tuple<Variant, Variant, Variant> cases[] = {
         {Variant("42"), kInt16, Variant(std::int16_t{42})},
@@ -254,13 +194,9 @@ TEST(VlNum, ConvertsIntoTheTargetKindAndGivesZeroOnFailure) {
         {Variant(-3.5), kInt16, Variant(std::int16_t{-4})},
         {Variant(32767.5), kInt16, Variant(std::int16_t{0})},
         {Variant(-32768.5), kInt16, Variant(std::int16_t{-32768})},
-        {Variant(std::nan("")), kInt16, Variant(std::int16_t{0})},
         {Variant(2147483647.5), kInt32, Variant(std::int32_t{0})},
-        {Variant(-2147483648.5), kInt32, Variant(std::int32_t{INT32_MIN})},
         {Variant::null(), kInt16, Variant(std::int16_t{0})},
         {Variant("70000"), kInt32, Variant(std::int32_t{70000})},
-        {Variant("1E400"), kDouble, Variant(0.0)},
-        {Variant(std::int16_t{5}), Variant(), Variant(5.0)},
         {Variant("1.5E3"), kText, Variant("1500")},
         {Variant("abc"), kText, Variant("0")}};
     for (const auto& [v, target, expected] : cases) {
@@ -283,10 +219,6 @@ TEST(VlTxAndVlMai, GiveTheCanonicalAndTheUpperCaseRegionalTexts) {
         EXPECT_EQ(VlStr(v), canonical);
         EXPECT_EQ(VlMai(v), Variant(upper)) << canonical;
     }
-    double d = 0;
-    TxDbl(Variant(1.25), d);  // read back through the regional text, where "," ends the number
-    EXPECT_EQ(d, 1);
-    EXPECT_THROW(TxDbl(Variant::null(), d), InvalidUseOfNull);
 }
 
 TEST(TxVl, TextTargetTakesTextAndOthersTheNumberOrTheirEmptyValue) {
@@ -319,8 +251,6 @@ TEST(VlSimNao, ReadsYesNoValuesAndWritesThemByTheTargetKind) {
         {Variant("\tsim"), kText, 0, no},
         {Variant("7"), kInt16, 0, Variant(std::int16_t{7})},
         {Variant(std::int16_t{1}), kInt16, 1, Variant(std::int16_t{0})},
-        {Variant(std::int16_t{7}), kInt16, 0, Variant(std::int16_t{0})},
-        {Variant(1.0), kDouble, 0, Variant(1.0)},
         {Variant(1.0), Variant(), 0, Variant(std::int16_t{1})},
         {Variant(), kText, 1, yes}};
     for (const auto& [v, target, inv, expected] : cases) {
