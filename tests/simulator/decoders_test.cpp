@@ -155,12 +155,6 @@ TEST_P(CodePageTest, AccentedLettersPrintAndShowInTheirPage) {
 INSTANTIATE_TEST_SUITE_P(Pages, CodePageTest, ::testing::ValuesIn(kPages),
                          [](const auto& param) { return std::string(param.param.name); });
 
-TEST(CodePageTest, WindowsTextOnAPc437PrinterShowsTheMismatch) {
-    // What a technician sees when the test line leaves in Windows-1252 and the printer is in its
-    // power-on page.
-    EXPECT_EQ(PrinterRun("Teste de liga\xE7\xE3o\r\n"), Line("Teste de ligaτπo"));
-}
-
 TEST(CodePageTest, UndefinedWindows1252BytesShowAsReplacement) {
     EXPECT_EQ(CharacterUtf8(0x81, CodePage::Windows1252), "\uFFFD");
     EXPECT_EQ(CharacterUtf8(0xFF, CodePage::Windows1252), "ÿ");

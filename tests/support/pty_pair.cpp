@@ -9,6 +9,7 @@
 
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <thread>
 
 namespace lumbra::test {
@@ -41,57 +42,43 @@ PtyPair::PtyPair() {
     ::fcntl(master_, F_SETFL, ::fcntl(master_, F_GETFL) | O_NONBLOCK);
 }
 
-std::size_t PtyPair::fillUntilBlocked() {
+void PtyPair::fillUntilBlocked() {
     const int slave = ::open(slavePath_.c_str(), O_WRONLY | O_NONBLOCK | O_NOCTTY);
     if (slave < 0) {
         ADD_FAILURE() << "cannot open " << slavePath_ << ": errno " << errno;
-        return 0;
+        return;
     }
     termios raw{};
     ::tcgetattr(slave, &raw);
     ::cfmakeraw(&raw);
     ::tcsetattr(slave, TCSANOW, &raw);
     const std::array<char, 4096> chunk{};
-    std::size_t taken = 0;
     // The kernel moves what it holds to the master's side in the background and makes room again:
     // the pair is full only when a whole round, after a pause, takes nothing.
     for (int round = 0; round < 50; ++round) {
         std::size_t now = 0;
         for (ssize_t n = 0; (n = ::write(slave, chunk.data(), chunk.size())) > 0;)
             now += static_cast<std::size_t>(n);
-        taken += now;
         if (now == 0) break;
         std::this_thread::sleep_for(std::chrono::milliseconds(50));
     }
     ::close(slave);
-    return taken;
 }
 
-std::string PtyPair::readAvailable(std::chrono::milliseconds quiet) {
+std::string PtyPair::readAvailable() {
     std::string got;
-    while (ReadSome(master_, got, quiet)) {
+    while (ReadSome(master_, got, std::chrono::milliseconds(200))) {
     }
     return got;
 }
 
-std::string PtyPair::readExactly(std::size_t count, std::chrono::milliseconds limit) {
+std::string PtyPair::readExactly(std::size_t count) {
     std::string got;
     bool gone = false;
-    const auto deadline = std::chrono::steady_clock::now() + limit;
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
     while (got.size() < count && !gone && std::chrono::steady_clock::now() < deadline)
         ReadSome(master_, got, std::chrono::milliseconds(50), &gone);
     return got;
-}
-
-void PtyPair::send(const std::string& bytes) {
-    for (std::size_t done = 0; done < bytes.size();) {
-        const ssize_t n = ::write(master_, bytes.data() + done, bytes.size() - done);
-        if (n > 0) done += static_cast<std::size_t>(n);
-        if (n < 0 && errno != EAGAIN && errno != EINTR) {
-            ADD_FAILURE() << "writing to the pseudo-terminal failed: errno " << errno;
-            return;
-        }
-    }
 }
 
 void PtyPair::closeMaster() {

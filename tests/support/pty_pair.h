@@ -3,7 +3,6 @@
 // its path, and the test reads from the master exactly the bytes that reached the "device". The
 // pair holds no descriptor of the slave, so the port under test is its only user.
 
-#include <chrono>
 #include <cstddef>
 #include <string>
 
@@ -20,16 +19,13 @@ class PtyPair {
     // "/dev/pts/N".
     const std::string& slavePath() const { return slavePath_; }
 
-    // Everything that arrives until nothing more comes for quiet.
-    std::string readAvailable(std::chrono::milliseconds quiet = std::chrono::milliseconds(200));
-    // Reads until count bytes arrived, the slave side is closed and empty, or limit passes.
-    std::string readExactly(std::size_t count,
-                            std::chrono::milliseconds limit = std::chrono::seconds(30));
-    // Sends bytes to the port, as a device answering.
-    void send(const std::string& bytes);
+    // Everything that arrives until nothing more comes for 200 ms.
+    std::string readAvailable();
+    // Reads until count bytes arrived, the slave side is closed and empty, or 30 s pass.
+    std::string readExactly(std::size_t count);
     // Fills what the pair buffers towards the master until it takes no more, as a device that has
-    // stopped reading: every later write to the slave waits. Returns the bytes it took.
-    std::size_t fillUntilBlocked();
+    // stopped reading: every later write to the slave waits.
+    void fillUntilBlocked();
     // Takes the device away: the slave's user sees a hang-up.
     void closeMaster();
 
