@@ -106,7 +106,6 @@ TEST(Paths, FindOnlyShortExtensionsWithinSixteenBitPositions) {
         {"Lumbra.par", 0, "Lumbra", "par"},
         {"LUMBRA PAR", 1, "LUMBRA", "PAR"},
         {"LUMBRA PAR", 0, "LUMBRA PAR", ""}};
-
     for (const auto& [nome, mo, base, ext] : cases) {
         std::string b = "stale", e = "stale";
         PathExt(nome, b, e, mo);
