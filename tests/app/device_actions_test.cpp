@@ -15,16 +15,6 @@ namespace {
 
 using Strings = std::vector<std::string>;
 
-// The bytes of every write that left through a channel, one entry per write.
-struct WriteLog {
-    WriteLog() {
-        SetChannelWriteObserver(
-            [this](const CanReg&, std::string_view b) { writes.emplace_back(b); });
-    }
-    ~WriteLog() { SetChannelWriteObserver({}); }
-    Strings writes;
-};
-
 const std::string kSerialRow = "S\xE9rie [SER]=COM1,9600,n,8,1";
 
 class DeviceActionTest : public ProgramTest {
@@ -41,47 +31,37 @@ class DeviceActionTest : public ProgramTest {
     PtyPair pty;
 };
 
-TEST_F(DeviceActionTest, DrawerCommandsLosePlusSignsAndQuotesAndAreDecodedAtSend) {
+// A command sent at once loses its plus signs and quotes and is decoded; the cycle shows it with
+// its leading placeholders filled in, step by step.
+TEST_F(DeviceActionTest, DrawerCommandsAreDecodedAtSendAndFilledInByTheCycle) {
     const struct {
         std::string command, sent;
+        Strings cycle;  // the first, second and last shown; none: the command as written
     } cases[] = {
-        {"chr$(27)+\"p\"+chr$(0)+chr$(25)+chr$(250)", std::string("\x1Bp\0\x19\xFA", 5)},
-        {"\"p\"+[MO]", "p[MO]"},  // only the cycle fills placeholders in
+        {"chr$(27)+\"p\"+chr$(0)+chr$(25)+chr$(250)", std::string("\x1Bp\0\x19\xFA", 5), {}},
+        {"\"p\"+[MO]", "p[MO]", {"\"p\"+0", "\"p\"+1", "\"p\"+1"}},
         // A quote can never be sent; a decoded "+" is no separator any more.
-        {"chr$(65,34,66)", "AB"},
-        {"chr$(65,43,66)", "A+B"},
+        {"chr$(65,34,66)", "AB", {}},
+        {"chr$(65,43,66)", "A+B", {}},
+        {"[P1]-[P2]-[MO]", "[P1]-[P2]-[MO]", {"10-10-0", "10-10-1", "250-250-1"}},
     };
     Strings commands;
     for (const auto& c : cases)
         commands.push_back(c.command);
     StartWithModes(commands);
     for (std::size_t i = 0; i < std::size(cases); ++i) {
-        Gb().gavIdx = static_cast<std::int16_t>(i + 1);
+        const auto row = static_cast<std::int16_t>(i + 1);
+        Gb().gavIdx = row;
         SendDrawerCommand();
         EXPECT_EQ(pty.readAvailable(), cases[i].sent) << cases[i].command;
-    }
-    EXPECT_TRUE(boxes.boxes().empty());
-}
-
-TEST_F(DeviceActionTest, TheCycleFillsOnlyTheLeadingPlaceholders) {
-    const struct {
-        std::string command, first, second, last;
-    } cases[] = {
-        {"\"p\"+[MO]", "\"p\"+0", "\"p\"+1", "\"p\"+1"},
-        {"[P1]-[P2]-[MO]", "10-10-0", "10-10-1", "250-250-1"},
-    };
-    Strings commands;
-    for (const auto& c : cases)
-        commands.push_back(c.command);
-    StartWithModes(commands);
-    for (std::size_t i = 0; i < std::size(cases); ++i) {
         Strings shown;
-        const auto row = static_cast<std::int16_t>(i + 1);
         RunDrawerCycle(row, {[&](const std::string& t) { shown.push_back(t); }, nullptr, nullptr});
         ASSERT_EQ(shown.size(), 338U);
+        const Strings& c = cases[i].cycle;
         EXPECT_EQ(Strings({shown[0], shown[1], shown[337]}),
-                  Strings({cases[i].first, cases[i].second, cases[i].last}));
+                  c.empty() ? Strings(3, cases[i].command) : c);
     }
+    EXPECT_TRUE(boxes.boxes().empty());
 }
 
 // Each stage of open, write, close reports its own failure and the next one still runs.
@@ -117,26 +97,17 @@ TEST_F(DeviceActionTest, AFailingPortShowsABoxForEveryStageAndTheSequenceGoesOn)
     EXPECT_EQ(pty.readAvailable(), "");
 }
 
-// Port zones missing (tables never built) or without lines (only the empty row 0): nothing is
-// prepared, opened or written.
-TEST_F(DeviceActionTest, WithoutAPortNothingHappensAndWithoutAModeNothingIsWritten) {
-    const Strings cmd = {"#GAV G",     "Modo [M]=\"A\"",        "##",
-                         "#DIS_CMD C", "Limpar [CLR]=chr$(12)", "##"};
-    Strings empty = {"#LIG P", "##", "#DIS_OPC D", "##"};
-    empty.insert(empty.end(), cmd.begin(), cmd.end());
-    for (const Strings& lines : {cmd, empty}) {
-        ResetProgram();
-        Start(lines);
-        Gb().gavIdx = 1;
-        WriteLog log;
-        SendConnectionTest("Teste");
-        SendDrawerCommand();
-        SendDisplayText(DisplayCommand(1));
-        EXPECT_EQ(RunDrawerCycle(1, {nullptr, nullptr, SendDrawerCommand}), 338);
-        EXPECT_TRUE(log.writes.empty());
-        EXPECT_TRUE(boxes.boxes().empty());
-        EXPECT_EQ(CanTab().size(), 1U) << "a channel was prepared";
-    }
+// Port zones missing, so their tables never built: no action prepares, opens or writes a
+// channel, and none shows a box.
+TEST_F(DeviceActionTest, WithoutPortZonesNoActionPreparesAChannel) {
+    Start({"#GAV G", "Modo [M]=\"A\"", "##", "#DIS_CMD C", "Limpar [CLR]=chr$(12)", "##"});
+    Gb().gavIdx = 1;
+    SendConnectionTest("Teste");
+    SendDrawerCommand();
+    SendDisplayText(DisplayCommand(1));
+    EXPECT_EQ(RunDrawerCycle(1, {nullptr, nullptr, SendDrawerCommand}), 338);
+    EXPECT_TRUE(boxes.boxes().empty());
+    EXPECT_EQ(CanTab().size(), 1U) << "a channel was prepared";
 }
 
 }  // namespace
