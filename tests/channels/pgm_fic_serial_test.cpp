@@ -3,11 +3,17 @@
 #include <termios.h>
 #include <unistd.h>
 
+#include <QCoreApplication>
+#include <QLayout>
+#include <QLineEdit>
+#include <QPushButton>
 #include <fstream>
 #include <thread>
 
 #include "channels/GlbComFr.h"
+#include "channels/GlbComFrUi.h"
 #include "channels/serial_lock.h"
+#include "platform/qt_codepage.h"
 #include "platform/write_stall.h"
 #include "tests/channels/channel_fixture.h"
 #include "tests/support/pty_pair.h"
@@ -135,6 +141,36 @@ TEST_F(SerialChannelTest, AStaleLockIsRemovedAndThePortOpens) {
     EXPECT_TRUE(port().portOpen());
     CanPserFec(1);
     EXPECT_NE(::access(lock.c_str(), F_OK), 0);
+}
+
+// A button left out of its frame's layout keeps a stray place over the other controls.
+TEST_F(SerialChannelTest, EveryButtonIsLaidOutAndShownInsideItsFrame) {
+    GlbComFrUi ui{*CanHostForm()};
+    ui.show();
+    QCoreApplication::processEvents();
+    for (const QPushButton* button : ui.findChildren<QPushButton*>()) {
+        SCOPED_TRACE(button->text().toStdString());
+        const QWidget* frame = button->parentWidget();
+        ASSERT_NE(frame->layout(), nullptr);
+        EXPECT_GE(frame->layout()->indexOf(button), 0);
+        EXPECT_TRUE(button->isVisible() && frame->rect().contains(button->geometry()));
+    }
+}
+
+// The panel sends its text with CR LF on port 1 as it stands when the form loads; the modem test
+// sends AT and closes its port.
+TEST_F(SerialChannelTest, PanelAndModemTestSendOnTheirPorts) {
+    GlbComFrUi ui{*CanHostForm()};
+    ui.txCom->setText(platform::FromCp1252("ABC\xE7"));
+    ui.cmPserAbr->click();
+    ui.cmPserEnv->click();
+    EXPECT_EQ(pty.readExactly(6), "ABC\xE7\r\n");
+    ui.cmPserFec->click();
+    EXPECT_FALSE(port().portOpen());
+    ui.Command1->click();
+    EXPECT_EQ(pty.readExactly(3), "AT\r");
+    EXPECT_FALSE(CanHostForm()->MSComm1().portOpen());
+    EXPECT_TRUE(boxes.boxes().empty());
 }
 
 }  // namespace
