@@ -12,10 +12,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <fstream>
-#include <string>
 #include <thread>
-#include <utility>
-#include <vector>
 
 #include "channels/GlbComFr.h"
 #include "channels/GlbComFrUi.h"
@@ -269,14 +266,13 @@ TEST_F(SerialChannelTest, LineSettingsReachTheDevice) {
 TEST_F(SerialChannelTest, APortThatCannotOpenIsReportedAndTheProgramGoesOn) {
     const struct {
         Variant porta;
-        const char* settings;
         std::string error;
-    } cases[] = {{"COM2", "9600,n,8,1", "Port 2 (" + dir.file("ttyGone") + ") does not exist"},
-                 {Variant(std::int16_t{12}), "9600,n,8,1", "Port number 12 is outside 1..9"}};
+    } cases[] = {{"COM2", "Port 2 (" + dir.file("ttyGone") + ") does not exist"},
+                 {Variant(std::int16_t{12}), "Port number 12 is outside 1..9"}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.error);
         boxes.clear();
-        CanPserPrp(1, c.porta, c.settings);
+        CanPserPrp(1, c.porta, "9600,n,8,1");
         CanPserAbr(1);
         CanPserEsc(1, "x");
         CanPserFec(1);

@@ -100,7 +100,6 @@ TEST(SerialDeviceTest, PortNumberNamesTheDeviceGivenOnTheCommandLineOrTheDefault
         const char* commandLine;
         const char* path;
     } cases[] = {{1, "", "/dev/ttyS0"},
-                 {1, "-COM1 /dev/ttyUSB0", "/dev/ttyUSB0"},
                  {2, "-com2 /dev/pts/7 -COM1 /dev/ttyUSB0", "/dev/pts/7"},
                  {1, "-COM12 /dev/x", "/dev/ttyS0"}};
     for (const auto& c : cases)
