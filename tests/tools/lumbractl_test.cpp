@@ -114,11 +114,6 @@ TEST(LumbractlAlone, ConverterHelpAndPortasNeedNoParameterFile) {
     EXPECT_EQ(tool.status, 0);
     EXPECT_EQ(tool.out.rfind("Uso: lumbractl [-FP FICHEIRO] [-COMn DISPOSITIVO]... COMANDO", 0),
               0u);
-    // Each command has a help of its own.
-    const ToolRun abrir = RunTool({"abrir", "--help"});
-    EXPECT_EQ(abrir.status, 0);
-    EXPECT_NE(abrir.out.find(" abrir"), std::string::npos);
-    EXPECT_NE(abrir.out, tool.out);
     const ToolRun portas = RunTool({"portas"});
     EXPECT_EQ(portas.status, 0) << portas.err;
     EXPECT_TRUE(
