@@ -335,6 +335,17 @@ TEST_F(SerialChannelTest, AStaleLockIsRemovedAndThePortOpens) {
     EXPECT_NE(::access(lock.c_str(), F_OK), 0);
 }
 
+// A port held by a live process, here another channel, stays its: the box names the holder.
+TEST_F(SerialChannelTest, APortHeldByAnotherChannelIsInUse) {
+    openPort();
+    CanPserPrp(2, "COM1", "9600,n,8,1");
+    CanPserAbr(2);
+    const std::vector<test::RecordedBox> want = {
+        {"Erro no ficheiro: COM1", "Funcao: Abrir|Erro:" + label() + " is in use by process " +
+                                       std::to_string(::getpid()) + " (channels_tests)"}};
+    EXPECT_EQ(boxes.boxes(), want);
+}
+
 // A button left out of its frame's layout keeps a stray place over the other controls.
 TEST_F(SerialChannelTest, EveryButtonIsLaidOutAndShownInsideItsFrame) {
     GlbComFrUi ui{*CanHostForm()};
