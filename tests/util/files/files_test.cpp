@@ -93,6 +93,7 @@ TEST(Paths, FindOnlyShortExtensionsWithinSixteenBitPositions) {
     const std::tuple<std::string, std::int16_t> positions[] = {
         {"a.b.c", 4},
         {"a.json", 0},
+        {"PRN", 0},  // shorter than any extension and without one
         {".par", 1},
         {std::string(32766, 'a') + ".par", 32767},
         {std::string(32767, 'a') + ".par", 0}};
