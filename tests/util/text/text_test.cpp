@@ -41,7 +41,7 @@ const Variant kText{"x"};
 TEST(NumRead, ReadsEveryNotationStopsAtTheFirstUnfitCharacterAndFailsOnOverflow) {
     const std::tuple<const char*, double, bool> cases[] = {
         // decimal, &H hexadecimal, &O octal; 16-bit codes read back signed
-        {"27", 27, true},         {"&H1B", 27, true},
+        {"27", 27, true},         {"&h1b", 27, true},
         {"&o33", 27, true},       {"&HFFFF", -1, true},
         {"&H10000", 65536, true}, {"&H123456789", 0, false},
         {" 1\t2\n", 12, true},    {"1d-2", 0.01, true},
