@@ -265,6 +265,11 @@ TEST_F(Lumbractl, SimularShowsWhatTheDevicesDid) {
     send({"abrir"});
     EXPECT_EQ(simulator.readLine(seconds(20)),
               R"({"device":"printer","event":"drawer","pin":5,"on_ms":50,"off_ms":500})");
+    // The display shows its screen once the burst of bytes has gone quiet.
+    send({"executar", "--comando", "Sauda\xC3\xA7\xC3\xA3o"});
+    EXPECT_EQ(
+        simulator.readLine(seconds(20)),
+        R"({"device":"display","event":"screen","lines":["Olá!                ","                    "],"cursor":[2,1]})");
     ::kill(simulator.pid(), SIGINT);
     const ToolRun end = simulator.finish();
     EXPECT_EQ(end.status, 0) << end.err;
