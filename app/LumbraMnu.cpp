@@ -9,9 +9,9 @@
 #include <QPushButton>
 
 #include "app/LumbraCnv.h"
-#include "platform/qt_codepage.h"
-#include "platform/qt_events.h"
-#include "platform/qt_stop_signals.h"
+#include "platform/qt/qt_codepage.h"
+#include "platform/qt/qt_events.h"
+#include "platform/qt/qt_stop_signals.h"
 #include "util/text/value.h"
 
 namespace lumbra {

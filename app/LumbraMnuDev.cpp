@@ -7,10 +7,9 @@
 #include "app/LumbraGb.h"
 #include "app/LumbraMnu.h"
 #include "app/device_actions.h"
-#include "platform/qt_busy_pointer.h"
-#include "platform/qt_codepage.h"
-#include "platform/qt_events.h"
-#include "platform/qt_msg_box.h"
+#include "platform/qt/qt_busy_pointer.h"
+#include "platform/qt/qt_codepage.h"
+#include "platform/qt/qt_events.h"
 #include "platform/stop_signals.h"
 
 namespace lumbra {
@@ -50,19 +49,16 @@ void LumbraMnu::cmAbrCic_Click() {
     cycleStop_ = false;
     ui.cmAbrCic->setText(QStringLiteral("Parar"));
     ui.mnuLerCfg->setEnabled(false);
-    {
-        // A port that cannot be opened raises box after box; each of them offers the stop too.
-        const platform::MsgBoxStopButton stopInBoxes("Parar ciclo", [this] { cycleStop_ = true; });
-        CycleHooks hooks;
-        hooks.shown = [this](const std::string& t) {
-            ui.txGavAbr->setText(platform::FromCp1252(t));
-            platform::ProcessPendingEvents();
-        };
-        // A stop signal ends the cycle at once; the window closes as soon as its event arrives.
-        hooks.stopped = [this] { return cycleStop_ || platform::StopRequested(); };
-        hooks.send = [this] { LumbraGavAbr(); };
-        RunDrawerCycle(Gb().gavIdx, hooks);
-    }
+    CycleHooks hooks;
+    hooks.shown = [this](const std::string& t) {
+        ui.txGavAbr->setText(platform::FromCp1252(t));
+        platform::ProcessPendingEvents();
+    };
+    // A stop signal ends the cycle at once; the window closes as soon as its event arrives.
+    hooks.stopped = [this] { return cycleStop_ || platform::StopRequested(); };
+    hooks.send = [this] { LumbraGavAbr(); };
+    hooks.over = [this](const std::string& t) { ui.txGavAbr->setText(platform::FromCp1252(t)); };
+    RunDrawerCycle(Gb().gavIdx, hooks);
     ui.cmAbrCic->setText(QStringLiteral("Ciclo"));
     ui.mnuLerCfg->setEnabled(true);
     cycleRunning_ = false;

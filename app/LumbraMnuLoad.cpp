@@ -10,7 +10,7 @@
 #include "app/LumbraGb.h"
 #include "app/LumbraMnu.h"
 #include "app/device_actions.h"
-#include "platform/qt_codepage.h"
+#include "platform/qt/qt_codepage.h"
 
 namespace lumbra {
 namespace {

@@ -17,8 +17,8 @@
 #include <QTabWidget>
 #include <cmath>
 
-#include "platform/qt_codepage.h"
-#include "platform/qt_cp1252_validator.h"
+#include "platform/qt/qt_codepage.h"
+#include "platform/qt/qt_cp1252_validator.h"
 
 namespace lumbra {
 namespace {

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "app/LumbraGb.h"
+#include "platform/msg_box.h"
 #include "util/text/literal.h"
 #include "util/text/split.h"
 
@@ -96,16 +97,21 @@ int RunDrawerCycle(std::int16_t row, const CycleHooks& hooks) {
                    : nullptr;
     };
     const std::string orig = rowText() != nullptr ? *rowText() : std::string();
+    const platform::MsgBoxStopButton stopInBoxes(kCycleStopCaption);
+    const auto ending = [&] { return stopInBoxes.chosen() || (hooks.stopped && hooks.stopped()); };
+    std::string lastSent = orig;
     int sends = 0;
-    for (int i = 0; i < kCycleSends; ++i) {
+    for (int i = 0; i < kCycleSends && !ending(); ++i) {
         const std::string t = SubstituteCyclePlaceholders(orig, CycleStepAt(i));
         if (std::string* vtx = rowText()) *vtx = t;
         if (hooks.shown) hooks.shown(t);
-        if (hooks.stopped && hooks.stopped()) break;
+        if (ending()) break;
         if (hooks.send) hooks.send();
+        lastSent = t;
         ++sends;
     }
     if (std::string* vtx = rowText()) *vtx = orig;
+    if (hooks.over) hooks.over(lastSent);
     return sends;
 }
 

@@ -48,19 +48,28 @@ CycleStep CycleStepAt(int i);
 // values in decimal; substitution stops at the first bracketed text that is anything else.
 std::string SubstituteCyclePlaceholders(const std::string& orig, const CycleStep& step);
 
-// What the cycle asks of its caller at each step.
+// The button every box raised during a cycle offers; choosing it ends the cycle at once.
+inline constexpr const char* kCycleStopCaption = "Parar ciclo";
+
+// What the cycle asks of its caller at each step; a hook left out is not called.
 struct CycleHooks {
     // The row holds the substituted command t now (the window shows it and lets events run).
-    std::function<void(const std::string& t)> shown;
-    // Asked after shown, before each send: true ends the cycle there.
-    std::function<bool()> stopped;
+    std::function<void(const std::string& t)> shown = {};
+    // Asked before each step and after shown: true ends the cycle there.
+    std::function<bool()> stopped = {};
     // Sends the selected mode's command.
-    std::function<void()> send;
+    std::function<void()> send = {};
+    // The cycle is over and the row holds its own command again: t is what the box of the command
+    // keeps showing, the last command sent (the row's own when none was), whether the cycle ran
+    // to its end or was stopped.
+    std::function<void(const std::string& t)> over = {};
 };
 
 // Runs the cycle on gavTab row `row`: for each step the row takes the substituted command, then
 // shown, stopped and send are called; the row gets its own command back at the end, also when the
-// cycle was stopped. Returns the number of sends made.
+// cycle was stopped, and over is told what to show. While it runs every box offers
+// kCycleStopCaption (platform/msg_box.h): choosing it ends the cycle without another box or send.
+// Returns the number of sends made.
 int RunDrawerCycle(std::int16_t row, const CycleHooks& hooks);
 
 }  // namespace lumbra

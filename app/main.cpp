@@ -7,7 +7,7 @@
 #include "app/LumbraMnu.h"
 #include "platform/msg_box.h"
 #include "platform/program.h"
-#include "platform/qt_msg_box.h"
+#include "platform/qt/qt_msg_box.h"
 #include "platform/stop_signals.h"
 
 namespace {

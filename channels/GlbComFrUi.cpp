@@ -14,7 +14,7 @@
 
 #include "channels/GlbComFr.h"
 #include "platform/msg_box.h"
-#include "platform/qt_codepage.h"
+#include "platform/qt/qt_codepage.h"
 #include "util/text/value.h"
 
 namespace lumbra {

@@ -34,7 +34,7 @@ bool InRange(std::int16_t can) {
 CanReg* PreparedSlot(std::int16_t can, const std::string& fn) {
     if (!InRange(can)) return nullptr;
     if (static_cast<std::size_t>(can) >= Slots().size()) {
-        CanErr(can, fn, "Channel " + std::to_string(can) + " was not prepared");
+        CanErr(can, fn, "Canal " + std::to_string(can) + " n\xE3o preparado");
         return nullptr;
     }
     return &Slots()[static_cast<std::size_t>(can)];

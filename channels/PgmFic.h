@@ -4,7 +4,8 @@
 // operations of its kind. Every open, close and write reports its own failure in the channel error
 // box (CanErr) and returns normally; a channel number outside 1..CanMax() is silently ignored.
 //
-// Serial ports live on the host form GlbComFr; their events need a QCoreApplication.
+// Serial ports live on the host form GlbComFr; on Linux their receive events need a
+// QCoreApplication.
 
 #include <cstdint>
 #include <functional>

@@ -10,7 +10,7 @@ namespace lumbra {
 namespace {
 
 // The host's description for writing to a file that is open for reading or binary access.
-const std::string kBadFileMode = "Bad file mode";
+const std::string kBadFileMode = "Modo de ficheiro incorrecto";
 
 struct OpenPlan {
     platform::FileMode mode = platform::FileMode::Input;

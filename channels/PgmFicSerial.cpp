@@ -12,7 +12,7 @@ SerialPortControl* ControlOf(std::int16_t can, const std::string& fn) {
     if (channel_table::PreparedSlot(can, fn) == nullptr) return nullptr;
     GlbComFr* form = channel_table::HostForm();
     if (form == nullptr || !form->hasPSer(can)) {
-        CanErr(can, fn, "Channel " + std::to_string(can) + " has no serial port");
+        CanErr(can, fn, "Canal " + std::to_string(can) + " sem porta s\xE9rie");
         return nullptr;
     }
     return &form->pSer(can);

@@ -1,6 +1,5 @@
 #pragma once
-// Which device a serial port number stands for, and why a device cannot be used, in words a
-// technician can act on.
+// Which device a serial port number stands for, and how the descriptions of its failures name it.
 
 #include <cstdint>
 #include <string>
@@ -8,17 +7,13 @@
 namespace lumbra {
 
 // The device of port n (1..9): the word after the switch "-COMn" (either case) in the command
-// line, or /dev/ttyS(n-1) when the switch is absent or has no word after it.
+// line, or DefaultSerialDevice(n) when the switch is absent or has no word after it.
 std::string SerialDevicePath(std::int16_t port, const std::string& commandLine);
 
-// Paths here are the program's Windows-1252 text, turned into the host's form for the system.
+// The device port n names by itself: /dev/ttyS(n-1) on Linux, COMn on Windows.
+std::string DefaultSerialDevice(std::int16_t port);
 
-// "Port 2 (/dev/ttyS1)": how the descriptions below name a port.
+// "Porta 2 (/dev/ttyS1)": how the descriptions of a port's failures name it.
 std::string PortLabel(std::int16_t port, const std::string& path);
-
-// Checks the device node before an open is tried: "" when it exists and this user may read and
-// write it; otherwise that it does not exist, that it is not a device, or that the user lacks the
-// rights, naming the group that owns the device when joining that group would give them.
-std::string DeviceAccessProblem(std::int16_t port, const std::string& path);
 
 }  // namespace lumbra

@@ -33,17 +33,21 @@ bool AllDigits(const std::string& tx) {
 std::string RateList() {
     std::string list;
     for (std::size_t i = 0; i < kStandardBaudRates.size(); ++i) {
-        if (i > 0) list += (i + 1 == kStandardBaudRates.size()) ? " or " : ", ";
+        if (i > 0) list += (i + 1 == kStandardBaudRates.size()) ? " ou " : ", ";
         list += std::to_string(kStandardBaudRates[i]);
     }
     return list;
 }
 
+std::string UnsupportedRate(const std::string& rate) {
+    return "Velocidade " + rate + " n\xE3o suportada: use " + RateList();
+}
+
 }  // namespace
 
 bool ParseSerialSettings(const std::string& text, SerialSettings& settings, std::string& error) {
-    const std::string malformed =
-        "Invalid port settings \"" + text + "\": expected baud,parity,data,stop such as 9600,n,8,1";
+    const std::string malformed = "Configura\xE7\xE3o inv\xE1lida \"" + text +
+                                  "\": use velocidade,paridade,dados,paragem como 9600,n,8,1";
     const std::vector<std::string> f = Fields(text);
     if (f.size() != 4 || !AllDigits(f[0]) || f[1].size() != 1 || f[2].size() != 1) {
         error = malformed;
@@ -53,13 +57,13 @@ bool ParseSerialSettings(const std::string& text, SerialSettings& settings, std:
     SerialSettings read;
     // Longer than any rate: compare as text first, so a long digit run cannot overflow.
     if (f[0].size() > 6) {
-        error = "Baud rate " + f[0] + " is not supported: use " + RateList();
+        error = UnsupportedRate(f[0]);
         return false;
     }
     read.baud = std::stoi(f[0]);
     if (std::find(kStandardBaudRates.begin(), kStandardBaudRates.end(), read.baud) ==
         kStandardBaudRates.end()) {
-        error = "Baud rate " + f[0] + " is not supported: use " + RateList();
+        error = UnsupportedRate(f[0]);
         return false;
     }
 
@@ -112,15 +116,16 @@ bool ParseSerialSettings(const std::string& text, SerialSettings& settings, std:
 
 bool SettingsDeviceCanUse(const SerialSettings& settings, std::string& error) {
     if (settings.dataBits < 5) {
-        error = std::to_string(settings.dataBits) + " data bits are not supported by the device";
+        error =
+            std::to_string(settings.dataBits) + " bits de dados n\xE3o suportados pelo dispositivo";
         return false;
     }
     if (settings.stopBits == SerialStopBits::OneAndHalf && settings.dataBits != 5) {
-        error = "1.5 stop bits need 5 data bits";
+        error = "1,5 bits de paragem exigem 5 bits de dados";
         return false;
     }
     if (settings.stopBits == SerialStopBits::Two && settings.dataBits == 5) {
-        error = "2 stop bits cannot be used with 5 data bits (use 1.5)";
+        error = "2 bits de paragem n\xE3o servem com 5 bits de dados (use 1,5)";
         return false;
     }
     return true;

@@ -2,10 +2,18 @@
 
 set(LUMBRA_WARNINGS -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion
     -Wnon-virtual-dtor -Wold-style-cast -Woverloaded-virtual -Werror)
-# GCC 12 reports impossible overlaps inside std::string concatenation at -O2 and above (a known
-# false positive of its -Wrestrict); later releases fixed it.
+# GCC 12 reports impossible overlaps and sizes inside std::string concatenation at -O2 and above
+# (known false positives of its -Wrestrict, -Wstringop-overflow and -Warray-bounds); later releases
+# fixed them.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
-  list(APPEND LUMBRA_WARNINGS -Wno-restrict)
+  list(APPEND LUMBRA_WARNINGS -Wno-restrict -Wno-stringop-overflow -Wno-array-bounds)
+endif()
+
+# Windows programs run on Windows 7 (POSReady 7 terminals) and later, and speak to the API in UTF-16
+# (the W functions) only.
+if(WIN32)
+  add_compile_definitions(_WIN32_WINNT=0x0601 WINVER=0x0601 UNICODE _UNICODE NOMINMAX
+                          WIN32_LEAN_AND_MEAN)
 endif()
 
 if(LUMBRA_SANITIZE)

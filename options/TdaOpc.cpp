@@ -64,8 +64,8 @@ void TdaOpc::KvIni() {
     // The stack is forgotten and the files read stay open, but a file being written is closed
     // and committed: nothing could reach it through the stack any more, and its text must not
     // be stranded beside its target.
-    for (std::size_t i = 1; i < ficNum.size(); ++i) {
-        if (!ReplacementPending(ficNum[i])) continue;
+    for (std::size_t i = 1; i < ficNum.size() && i < ficGrv.size(); ++i) {
+        if (!ficGrv[i].opened) continue;
         platform::FileClose(ficNum[i]);
         FinishReplacement(ficNum[i]);
     }
@@ -73,6 +73,7 @@ void TdaOpc::KvIni() {
     MemLpz();
     ficQtd = 0;
     ficNum.assign(1, 0);
+    ficGrv.assign(1, FicGrv{});
     OpcEspIni();
 }
 
@@ -84,6 +85,7 @@ void TdaOpc::KvFim() {
     opcTab.clear();
     tboTab.clear();
     ficNum.clear();
+    ficGrv.clear();
     opcLin.clear();
     cabLin.clear();
 }
@@ -93,6 +95,8 @@ std::int16_t TdaOpc::FicNov() {
     ++ficQtd;
     ficNum.resize(static_cast<std::size_t>(ficQtd) + 1);
     ficNum[static_cast<std::size_t>(ficQtd)] = n;
+    ficGrv.resize(ficNum.size());
+    ficGrv.back() = FicGrv{};
     return n;
 }
 
@@ -106,17 +110,43 @@ std::int16_t TdaOpc::FicFec(std::int16_t& err) {
     if (ficQtd < 1) return -1;
     // A file that is already closed, or whose last write fails, still leaves the stack.
     const std::int16_t num = ficNum[static_cast<std::size_t>(ficQtd)];
-    const std::int16_t closeErr = platform::FileClose(num);
-    NoteReplacementError(num, ReplacementPending(num) ? closeErr : std::int16_t{0});
-    err = FinishReplacement(num);
+    const FicGrv& grv = ficGrv[static_cast<std::size_t>(ficQtd)];
+    if (!grv.writing) {
+        platform::FileClose(num);
+    } else if (grv.opened) {
+        FicGrvErr(platform::FileClose(num));
+        const std::int16_t completion = FinishReplacement(num);
+        err = grv.err != 0 ? grv.err : completion;
+    } else {
+        // The number of a file that could not be opened may hold another's file by now.
+        err = grv.err;
+    }
     --ficQtd;
     ficNum.resize(static_cast<std::size_t>(ficQtd) + 1);
+    ficGrv.resize(ficNum.size());
     return ficNum[static_cast<std::size_t>(ficQtd)];
 }
 
 std::int16_t TdaOpc::FicAtu() const {
     if (ficQtd < 1) return -1;
     return ficNum[static_cast<std::size_t>(ficQtd)];
+}
+
+void TdaOpc::FicGrvAbr(std::int16_t ok) {
+    if (ficQtd < 1) return;
+    FicGrv& grv = ficGrv[static_cast<std::size_t>(ficQtd)];
+    grv.writing = true;
+    grv.opened = ok == 1;
+    grv.err = ok == 1 ? std::int16_t{0} : static_cast<std::int16_t>(-ok);
+}
+
+void TdaOpc::FicGrvErr(std::int16_t err) {
+    if (ficQtd < 1 || err == 0) return;
+    FicGrv& grv = ficGrv[static_cast<std::size_t>(ficQtd)];
+    if (!grv.writing || grv.err != 0) return;
+    grv.err = err;
+    // A replacement that met a failure keeps the old file at its close.
+    NoteReplacementError(ficNum[static_cast<std::size_t>(ficQtd)], err);
 }
 
 void TdaOpc::tboFic(const std::string& fic) {

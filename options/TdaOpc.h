@@ -79,8 +79,8 @@ class TdaOpc {
     void tboPrp(const std::string& fic, const std::string& inf = "");
     // Closes the file on top of the stack; reading goes on in the file below.
     void tboFim();
-    // The same; ok = 1, or minus the error number when a file being written could not be
-    // completed (its old file is then kept).
+    // The same; ok = 1, or minus the error number when a file being written could not be opened,
+    // written or completed (its old file is then kept).
     void tboFim(std::int16_t& ok);
 
     // Line syntax.
@@ -102,8 +102,9 @@ class TdaOpc {
     // when fec = 1, otherwise RegZon writes on and tboFim closes it. The file takes its name only
     // when it is closed whole; until then the old file stays as it was.
     // ok = 1, or minus the error number of the first step that failed: the open (-76 for a missing
-    // folder, -70 without permission), a write (-61 for a full disk), or with fec = 1 the close.
-    // A failed file keeps its old content; RegZon and tboFim on it fail as well.
+    // folder, -70 without permission, -52 for an empty name), a write (-61 for a full disk), or
+    // with fec = 1 the close. A failed file keeps its old content; RegZon and tboFim on it fail as
+    // well, and a file that could not be opened is neither written nor closed.
     void CabCri(std::int16_t fec = 0);
     void CabCri(std::int16_t fec, std::int16_t& ok);
     // txi = header line idx, or with mo = "V" its label; trimmed.
@@ -129,7 +130,8 @@ class TdaOpc {
     // Marks the record of var as eliminated.
     void RegVarEli(const std::string& var);
     // Writes a zone block (head, txz(1..), "##", two empty lines) to the file on top of the stack.
-    // ok = 1, or minus the error number of the first write that failed.
+    // ok = 1, or minus the error number of the first write that failed; on a file CabCri could not
+    // open, nothing is written and ok is minus the error of that open.
     void RegZon(const std::string& zon, const std::vector<std::string>& txz,
                 const std::string& txi);
     void RegZon(const std::string& zon, const std::vector<std::string>& txz, const std::string& txi,
@@ -251,11 +253,15 @@ class TdaOpc {
     std::int16_t FicNov();
     // Closes the top file; the new top (0 when the stack became empty), or -1 on an empty stack.
     std::int16_t FicFec();
-    // The same; err = 0, or the error number when the file was being written and could not be
-    // completed.
+    // The same; err = 0, or for a file being written the error number of the first step that
+    // failed: its open, a write, its close or its completion.
     std::int16_t FicFec(std::int16_t& err);
     // The top file number, -1 on an empty stack.
     std::int16_t FicAtu() const;
+    // The top file becomes one being written, opened with the result ok (1, or minus the error).
+    void FicGrvAbr(std::int16_t ok);
+    // Notes a failed step of the file being written on top of the stack; the first one counts.
+    void FicGrvErr(std::int16_t err);
     void tboFec();
     void tboAbr(const std::string& fic, const std::string& inf);
 
@@ -278,6 +284,13 @@ class TdaOpc {
     // t with up to 21 [KEY] references replaced.
     std::string Substituted(std::string t);
 
+    // What the stack knows of a file it writes, beside its slot of ficNum.
+    struct FicGrv {
+        bool writing = false;  // opened for writing, not for reading
+        bool opened = false;   // its number holds it: after a failed open the number is not ours
+        std::int16_t err = 0;  // the first step that failed (its open, a write), 0 while none
+    };
+
     // Public variables.
     std::string DbgInf_;
     std::string ficTbo_;
@@ -291,6 +304,7 @@ class TdaOpc {
     std::vector<TboReg> tboTab;        // the entries of an option-table file
     std::int16_t ficQtd = 0;           // files on the stack
     std::vector<std::int16_t> ficNum;  // the stack, 0..ficQtd; element 0 holds 0, never a file
+    std::vector<FicGrv> ficGrv;        // 0..ficQtd, beside ficNum: the files being written
     std::vector<std::string> lcArg;    // 0: the whole command line; 1..LcArgC: its words
     std::string idxNom;                // name index of the loaded table
     std::vector<std::string> cabLin;   // the five header lines, 1..5

@@ -64,15 +64,18 @@ void TdaOpc::CabCri(std::int16_t fec, std::int16_t& ok) {
     const std::int16_t n = FicNov();
     std::string wrk;
     OpenForReplacement(n, ficTbo_, wrk, ok);
+    FicGrvAbr(ok);
     if (ok == 1 && wrk != ficTbo_) HoldReplacement(n, wrk, ficTbo_);
 
-    std::int16_t err = 0;
-    for (std::size_t i = 1; i <= kHeaderLines; ++i)
-        FicGrvLin(n, i < cabLin.size() ? cabLin[i] : std::string(), err);
-    FicGrvLin(n, "", err);
-    NoteReplacementError(n, err);
-    // The open's own error says more than the writes that failed for want of a file.
-    if (ok == 1 && err != 0) ok = static_cast<std::int16_t>(-err);
+    // A file that could not be opened is not written: its number is not this file's.
+    if (ok == 1) {
+        std::int16_t err = 0;
+        for (std::size_t i = 1; i <= kHeaderLines; ++i)
+            FicGrvLin(n, i < cabLin.size() ? cabLin[i] : std::string(), err);
+        FicGrvLin(n, "", err);
+        FicGrvErr(err);
+        if (err != 0) ok = static_cast<std::int16_t>(-err);
+    }
 
     // Closing through the stack is what gives the file its own name.
     if (fec == 1) {

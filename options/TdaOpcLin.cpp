@@ -4,7 +4,6 @@
 #include <string_view>
 
 #include "options/TdaOpc.h"
-#include "platform/file_handles.h"
 #include "util/files/text_files.h"
 #include "util/text/chars.h"
 #include "util/text/literal.h"
@@ -56,10 +55,9 @@ void TdaOpc::LerLin(std::int16_t& ok) {
     if (err != 0) ok = 0;
     while (ok == 1) {
         bool continues = false;
-        // A logical line is no longer than a physical one may be: continued pieces beyond that
-        // are read and dropped, so that every position in it fits 16 bits.
-        const std::string_view piece = Piece(line, continues);
-        text.append(piece.substr(0, platform::kMaxLineLength - text.size()));
+        // Joined whole, however long: the splits that give 16-bit positions refuse what lies
+        // beyond them.
+        text.append(Piece(line, continues));
         if (!continues) break;
         FicLerLin(n, line, err);
         if (err != 0) ok = 0;
@@ -154,8 +152,7 @@ void TdaOpc::ParPrep(const std::string& txp, std::string& txi, std::string& ide,
     const std::size_t p = FirstEqualsPosition(txp);
     std::string head;
     if (!StartsWith(txp, "'") && p >= 3) {
-        // A position beyond the 16-bit range cannot be given; such a line is longer than a
-        // logical line may be.
+        // A position beyond the 16-bit range cannot be given: such a value has none.
         ptx = p + 1 <= static_cast<std::size_t>(INT16_MAX) ? static_cast<std::int16_t>(p + 1)
                                                            : std::int16_t{0};
         head = txp.substr(0, p - 1);

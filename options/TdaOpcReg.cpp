@@ -171,6 +171,13 @@ void TdaOpc::RegZon(const std::string& zon, const std::vector<std::string>& txz,
 
 void TdaOpc::RegZon(const std::string& zon, const std::vector<std::string>& txz,
                     const std::string& txi, std::int16_t& ok) {
+    if (ficQtd > 0) {
+        const FicGrv& grv = ficGrv[static_cast<std::size_t>(ficQtd)];
+        if (grv.writing && !grv.opened) {
+            ok = static_cast<std::int16_t>(-grv.err);
+            return;
+        }
+    }
     const std::int16_t n = FicAtu();
     std::int16_t err = 0;
     FicGrvLin(n, kZoneRule, err);
@@ -181,7 +188,7 @@ void TdaOpc::RegZon(const std::string& zon, const std::vector<std::string>& txz,
     FicGrvLin(n, "##", err);
     FicGrvLin(n, "", err);
     FicGrvLin(n, "", err);
-    NoteReplacementError(n, err);
+    FicGrvErr(err);
     ok = err == 0 ? std::int16_t{1} : static_cast<std::int16_t>(-err);
 }
 

@@ -24,7 +24,9 @@ std::string ReplacementName(const std::string& fic);
 // Opens, under the free file number num, the file that is to become fic: its replacement file
 // beside it, emptied. fic itself is opened instead (emptied, as mode "O" of FicAbr does) when it
 // cannot be replaced by renaming: it is a device or another file that is not a plain file, or its
-// folder refuses new files while fic itself can be written. wrk = the name actually opened.
+// folder refuses new files while fic itself can be written; and so is a name that names no file
+// ("", or a folder's ending in a separator), whose open fails as the host's does and makes nothing.
+// wrk = the name actually opened.
 // ok = 1, or minus the error number; fic open under another number is refused with 55, as opening
 // it for output would be.
 void OpenForReplacement(std::int16_t num, const std::string& fic, std::string& wrk,
@@ -40,8 +42,6 @@ void CompleteReplacement(const std::string& wrk, const std::string& fic, std::in
 void HoldReplacement(std::int16_t num, const std::string& wrk, const std::string& fic);
 // Remembers the first failed write to file num, so that its old file is kept at the close.
 void NoteReplacementError(std::int16_t num, std::int16_t err);
-// Whether file num is a pending replacement.
-bool ReplacementPending(std::int16_t num);
 // Completes the replacement of file num once it is closed: err = 0, or the error number of the
 // write or of the completion that failed (the old file is then kept). A number that is not
 // pending, or still open, gives 0 and is left alone.

@@ -31,9 +31,9 @@ inline constexpr std::int16_t kErrPermissionDenied = 70;
 inline constexpr std::int16_t kErrPathFileAccess = 75;
 inline constexpr std::int16_t kErrPathNotFound = 76;
 
-// The longest line FileReadLine gives: the longest a parameter file's line may be. What a line
-// holds beyond it is read past and dropped, so that no file, however it is made, makes a line grow
-// without end.
+// The longest line every position of which a 16-bit integer can name. FileReadLine gives a line
+// whole whatever its length: what reads a line by its positions refuses what lies beyond. A line
+// holds no more than was written to its file: a device is never opened for reading.
 inline constexpr std::size_t kMaxLineLength = 32767;
 
 // The host's description of an error number ("File not found" for 53).
@@ -46,22 +46,22 @@ std::string FileErrText(std::int16_t err);
 std::int16_t FreeFile();
 // Opens path under num; 0 on success, else the error number (55 when num is already open, or when
 // the file is open under another number and mode is Output or Append; 75 for a folder, and for a
-// character device opened for input, whose reads never end or never come). Paths are
+// device opened for input, whose reads may never end or never come). Paths are
 // Windows-1252 text; "\" separates folders as "/" does.
 //
 // The open never waits for a partner: a FIFO without a reader, or a terminal waiting for its
-// carrier, fails or opens at once (68 "Device unavailable" for a FIFO nobody reads). A path under
-// /dev names a device, never a file to make: it is opened without being created, and a missing
-// one is 68 as well, so that writing to a device that is not there cannot leave a plain file in
-// its place that every later write would "succeed" on.
+// carrier, fails or opens at once (68 "Dispositivo indisponível" for a FIFO nobody reads). A path
+// under /dev names a device, never a file to make: it is opened without being created, and a
+// missing one is 68 as well, so that writing to a device that is not there cannot leave a plain
+// file in its place that every later write would "succeed" on.
 std::int16_t FileOpen(std::int16_t num, const std::string& path, FileMode mode);
 bool FileIsOpen(std::int16_t num);
-// Reads one line without its terminator (CR LF, CR or LF), at most kMaxLineLength characters of
-// it; 62 past the end, 52 when not open, 18 when a stop signal ends a read that waits for a pipe.
+// Reads one line whole, without its terminator (CR LF, CR or LF); 62 past the end, 52 when not
+// open, 18 when a stop signal ends a read that waits for a pipe.
 std::int16_t FileReadLine(std::int16_t num, std::string& line);
 // Writes text, followed by CR LF when newline is set; 0 or the error number (61 disk full). A
-// device that takes no byte for WriteStallLimit() (write_stall.h) fails the write with 24 "Device
-// timeout"; a stop signal (stop_signals.h) ends the wait with 18 "User interrupt occurred" when
+// device that takes no byte for WriteStallLimit() (write_stall.h) fails the write with 24 "Tempo de
+// espera do dispositivo esgotado"; a stop signal (stop_signals.h) ends the wait with 18 when
 // the write has not finished kStopGrace after it. Either way the bytes the device did not take are
 // dropped, not left queued.
 std::int16_t FileWrite(std::int16_t num, std::string_view text, bool newline);

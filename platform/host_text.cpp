@@ -95,16 +95,4 @@ std::string FromHostText(std::string_view text) {
     return out;
 }
 
-std::string HostPath(std::string_view path) {
-#ifdef _WIN32
-    return std::string(path);
-#else
-    std::string host = ToHostText(path);
-    for (char& c : host) {
-        if (c == '\\') c = '/';
-    }
-    return host;
-#endif
-}
-
 }  // namespace lumbra::platform

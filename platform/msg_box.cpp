@@ -30,6 +30,11 @@ MsgSink*& InstalledSink() {
     return sink;
 }
 
+MsgBoxStopButton*& StopButton() {
+    static MsgBoxStopButton* current = nullptr;
+    return current;
+}
+
 std::vector<std::function<void()>>& EndHooks() {
     static std::vector<std::function<void()>> hooks;
     return hooks;
@@ -46,7 +51,21 @@ MsgSink& CurrentMsgSink() {
     return sink != nullptr ? *sink : DefaultSink();
 }
 
+MsgBoxStopButton::MsgBoxStopButton(std::string caption_)
+    : caption(std::move(caption_)), previous_(StopButton()) {
+    StopButton() = this;
+}
+
+MsgBoxStopButton::~MsgBoxStopButton() {
+    StopButton() = previous_;
+}
+
+MsgBoxStopButton* CurrentStopButton() {
+    return StopButton();
+}
+
 void MsgBox(const std::string& title, const std::string& text, MsgIcon icon) {
+    if (const MsgBoxStopButton* stop = StopButton(); stop != nullptr && stop->chosen()) return;
     CurrentMsgSink().show(title, text, icon);
 }
 

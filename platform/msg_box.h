@@ -29,6 +29,32 @@ struct ProgramEnded {
 void SetMsgSink(MsgSink* sink);
 MsgSink& CurrentMsgSink();
 
+// While it lives, every box also offers a button with this caption, for a long run of operations
+// that may raise box after box (the drawer cycle on a port that cannot be opened), which the user
+// must be able to end from the box itself. A sink that can show the button asks
+// CurrentStopButton() and calls choose() when the user picks it; the run asks chosen(). Once
+// chosen, no further box shows while it lives: what is left of the operation under way would only
+// report the same failure again.
+class MsgBoxStopButton {
+  public:
+    explicit MsgBoxStopButton(std::string caption);
+    ~MsgBoxStopButton();
+    MsgBoxStopButton(const MsgBoxStopButton&) = delete;
+    MsgBoxStopButton& operator=(const MsgBoxStopButton&) = delete;
+
+    const std::string caption;
+    bool chosen() const { return chosen_; }
+    void choose() { chosen_ = true; }
+
+  private:
+    // Nested runs give the outer button back when they end.
+    MsgBoxStopButton* previous_;
+    bool chosen_ = false;
+};
+
+// The button the boxes offer now; nullptr when none.
+MsgBoxStopButton* CurrentStopButton();
+
 // Texts are Windows-1252 bytes, as everywhere in the program.
 void MsgBox(const std::string& title, const std::string& text, MsgIcon icon = MsgIcon::Critical);
 // Closes every numbered file, runs the hooks registered with AtProgramEnd (newest first), then asks

@@ -51,14 +51,14 @@ std::chrono::milliseconds WriteWatch::nextWait(std::chrono::milliseconds step) c
 
 std::string WriteWatch::stallText() const {
     const auto now = std::chrono::steady_clock::now();
-    return "nothing taken for " + SecondsText(now - lastProgress_) + " s (" +
-           std::to_string(taken_) + " of " + std::to_string(total_) + " bytes taken in " +
-           SecondsText(now - start_) + " s)";
+    return "a porta n\xE3o aceitou nenhum byte durante " + SecondsText(now - lastProgress_) +
+           " s (" + std::to_string(taken_) + " de " + std::to_string(total_) +
+           " bytes enviados em " + SecondsText(now - start_) + " s)";
 }
 
 std::string SecondsText(std::chrono::steady_clock::duration d) {
     const auto tenths = std::chrono::duration_cast<std::chrono::milliseconds>(d).count() / 100;
-    return std::to_string(tenths / 10) + "." + std::to_string(tenths % 10);
+    return std::to_string(tenths / 10) + "," + std::to_string(tenths % 10);
 }
 
 }  // namespace lumbra::platform

@@ -42,8 +42,8 @@ class WriteWatch {
     // so that a stop signal is seen in time.
     std::chrono::milliseconds nextWait(std::chrono::milliseconds step) const;
 
-    // What happened, with the times actually waited: "nothing taken for 5.0 s (12 of 4096 bytes
-    // taken in 7.3 s)".
+    // What happened, with the times actually waited: "a porta não aceitou nenhum byte durante
+    // 5,0 s (12 de 4096 bytes enviados em 7,3 s)".
     std::string stallText() const;
 
   private:
@@ -54,7 +54,7 @@ class WriteWatch {
     std::optional<std::chrono::steady_clock::time_point> stopSeen_;
 };
 
-// Seconds with one decimal: "5.0".
+// Seconds with one decimal, after a decimal comma as the user's texts write them: "5,0".
 std::string SecondsText(std::chrono::steady_clock::duration d);
 
 }  // namespace lumbra::platform

@@ -15,7 +15,7 @@ enum class EventKind {
     Line,      // the printer printed a line
     Cut,       // the printer cut the paper
     Drawer,    // the printer pulsed a cash-drawer pin
-    Unknown,   // bytes the device does not understand, skipped
+    Unknown,   // bytes the device does not understand, skipped (a run of them is one event)
     Screen,    // the display's state after a burst of bytes
     Settings,  // the port was opened with settings the device does not expect
 };
@@ -30,6 +30,10 @@ struct TextSpan {
     friend bool operator==(const TextSpan&, const TextSpan&) = default;
 };
 
+// An unknown run carries its first bytes only, and counts the rest: a flood of garbage costs no
+// more memory than a short one.
+inline constexpr std::size_t kUnknownBytesKept = 64;
+
 inline constexpr int kDisplayRows = 2;
 inline constexpr int kDisplayColumns = 20;
 
@@ -43,7 +47,8 @@ struct DeviceEvent {
     int pin = 0;                  // Drawer: connector pin 2 or 5
     int onMs = 0;                 // Drawer: pulse on
     int offMs = 0;                // Drawer: pulse off
-    std::string bytes;            // Unknown: the bytes as they arrived
+    std::string bytes;            // Unknown: the first kUnknownBytesKept bytes as they arrived
+    std::size_t moreBytes = 0;    // Unknown: how many bytes came after those
 
     std::array<std::string, kDisplayRows> lines;  // Screen: each row's 20 cells, UTF-8
     int row = 1;                                  // Screen: cursor, from 1

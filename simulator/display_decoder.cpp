@@ -3,24 +3,20 @@
 #include <algorithm>
 
 #include "simulator/command_bytes.h"
-#include "simulator/printer_decoder.h"
 
 namespace lumbra::sim {
 namespace {
 
 constexpr int kLastRow = kDisplayRows - 1;
 constexpr int kLastColumn = kDisplayColumns - 1;
-// ESC Q A/B takes the row's text up to CR; a CR that does not come within this many bytes was
-// lost, and the command is given up.
+// ESC Q A/B takes the row's text up to CR, and a row shows 20 of its characters. A line command
+// that does not end, its CR lost, must not swallow what comes after it: the CR has to be among the
+// first kLongestLineCommand bytes of the command. When it is not, the command is given up
+// whatever way its bytes arrived, whole or in pieces: ESC Q A (or B) is reported unknown and the
+// bytes after it are decoded afresh, as characters at the cursor.
 constexpr std::size_t kLongestLineCommand = 3 + 2 * kDisplayColumns;
 
 }  // namespace
-
-std::vector<DeviceEvent> DisplayDecoder::feed(std::string_view bytes) {
-    return DecodePending(
-        pending_, bytes,
-        [this](std::string_view in, std::vector<DeviceEvent>& out) { return decodeOne(in, out); });
-}
 
 DeviceEvent DisplayDecoder::screen() const {
     DeviceEvent e;
@@ -36,7 +32,7 @@ DeviceEvent DisplayDecoder::screen() const {
     return e;
 }
 
-std::size_t DisplayDecoder::decodeOne(std::string_view in, std::vector<DeviceEvent>& out) {
+std::size_t DisplayDecoder::decodeOne(std::string_view in) {
     const unsigned char b = At(in, 0);
     switch (b) {
         case kBs:
@@ -62,26 +58,20 @@ std::size_t DisplayDecoder::decodeOne(std::string_view in, std::vector<DeviceEve
             moveTo(row_, 0);
             return 1;
         case kEsc:
-            return decodeEsc(in, out);
+            return decodeEsc(in);
         case kUs:
-            return decodeUs(in, out);
+            return decodeUs(in);
         default:
             break;
     }
-    if (b < 0x20 || b == 0x7F) {
-        out.push_back(UnknownBytes(Device::Display, in.substr(0, 1)));
-        return 1;
-    }
+    if (b < 0x20 || b == 0x7F) return skip(in.substr(0, 1));
     write(b);
     return 1;
 }
 
-std::size_t DisplayDecoder::decodeEsc(std::string_view in, std::vector<DeviceEvent>& out) {
+std::size_t DisplayDecoder::decodeEsc(std::string_view in) {
     if (in.size() < 2) return 0;
-    auto unknown = [&](std::size_t n) {
-        out.push_back(UnknownBytes(Device::Display, in.substr(0, n)));
-        return n;
-    };
+    auto unknown = [&](std::size_t n) { return skip(in.substr(0, n)); };
     switch (At(in, 1)) {
         case '@':  // ESC @: initialise
             clear();
@@ -95,7 +85,7 @@ std::size_t DisplayDecoder::decodeEsc(std::string_view in, std::vector<DeviceEve
             verticalScroll_ = true;
             return 2;
         case 'Q':  // ESC Q A text CR, ESC Q B text CR: a whole row
-            return writeLine(in, out);
+            return writeLine(in);
         case 'l': {  // ESC l x y: cursor to column x, row y
             if (in.size() < 4) return 0;
             const int x = At(in, 2);
@@ -147,7 +137,7 @@ std::size_t DisplayDecoder::decodeEsc(std::string_view in, std::vector<DeviceEve
     }
 }
 
-std::size_t DisplayDecoder::decodeUs(std::string_view in, std::vector<DeviceEvent>& out) {
+std::size_t DisplayDecoder::decodeUs(std::string_view in) {
     if (in.size() < 2) return 0;
     switch (At(in, 1)) {
         case kLf:
@@ -157,23 +147,19 @@ std::size_t DisplayDecoder::decodeUs(std::string_view in, std::vector<DeviceEven
             moveTo(row_, kLastColumn);
             return 2;  // US CR: rightmost
         default:
-            out.push_back(UnknownBytes(Device::Display, in.substr(0, 2)));
-            return 2;
+            return skip(in.substr(0, 2));
     }
 }
 
-std::size_t DisplayDecoder::writeLine(std::string_view in, std::vector<DeviceEvent>& out) {
+std::size_t DisplayDecoder::writeLine(std::string_view in) {
     if (in.size() < 3) return 0;
     const unsigned char which = At(in, 2);
-    if (which != 'A' && which != 'B') {
-        out.push_back(UnknownBytes(Device::Display, in.substr(0, 3)));
-        return 3;
-    }
-    const std::size_t cr = in.find(static_cast<char>(kCr), 3);
+    if (which != 'A' && which != 'B') return skip(in.substr(0, 3));
+    // Only the command's own bytes are looked at: a CR further on belongs to what follows.
+    const std::size_t cr = in.substr(0, kLongestLineCommand).find(static_cast<char>(kCr), 3);
     if (cr == std::string_view::npos) {
         if (in.size() < kLongestLineCommand) return 0;
-        out.push_back(UnknownBytes(Device::Display, in.substr(0, 3)));
-        return 3;
+        return skip(in.substr(0, 3));
     }
     auto& cells = cells_[which == 'A' ? 0U : 1U];
     cells.fill(' ');

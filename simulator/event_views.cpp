@@ -110,6 +110,7 @@ std::string EventJson(const DeviceEvent& e) {
             break;
         case EventKind::Unknown:
             out += "\"unknown\",\"bytes\":" + JsonString(HexBytes(e.bytes));
+            if (e.moreBytes > 0) out += ",\"more_bytes\":" + std::to_string(e.moreBytes);
             break;
         case EventKind::Screen:
             out += "\"screen\",\"lines\":[" + JsonString(e.lines[0]) + "," +
@@ -141,7 +142,8 @@ std::string EventText(const DeviceEvent& e) {
                    std::to_string(e.onMs) + " ms ligado, " + std::to_string(e.offMs) +
                    " ms desligado";
         case EventKind::Unknown:
-            return device + ": comando desconhecido: " + HexBytes(e.bytes);
+            return device + ": comando desconhecido: " + HexBytes(e.bytes) +
+                   (e.moreBytes > 0 ? " e mais " + std::to_string(e.moreBytes) + " bytes" : "");
         case EventKind::Screen:
             return ScreenText(e);
         case EventKind::Settings:

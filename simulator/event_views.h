@@ -8,7 +8,9 @@
 
 namespace lumbra::sim {
 
-// {"device":"printer","event":"drawer","pin":2,"on_ms":50,"off_ms":500}, without a line end.
+// {"device":"printer","event":"drawer","pin":2,"on_ms":50,"off_ms":500}, without a line end; a
+// long run of unknown bytes: {"device":"display","event":"unknown","bytes":"00 00 ...",
+// "more_bytes":20971456}.
 std::string EventJson(const DeviceEvent& event);
 
 // "gaveta: impulso no pino 2, 50 ms ligado, 500 ms desligado"; the display's screen is its two

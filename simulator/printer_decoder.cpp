@@ -68,56 +68,40 @@ DeviceEvent Drawer(int pin, int onMs, int offMs) {
 
 }  // namespace
 
-DeviceEvent UnknownBytes(Device device, std::string_view bytes) {
-    DeviceEvent e;
-    e.device = device;
-    e.kind = EventKind::Unknown;
-    e.bytes = std::string(bytes);
-    return e;
+std::size_t PrinterDecoder::unknown(std::string_view in, std::size_t n) {
+    return in.size() < n ? 0 : skip(in.substr(0, n));
 }
 
-std::vector<DeviceEvent> PrinterDecoder::feed(std::string_view bytes) {
-    return DecodePending(
-        pending_, bytes,
-        [this](std::string_view in, std::vector<DeviceEvent>& out) { return decodeOne(in, out); });
-}
-
-std::size_t PrinterDecoder::decodeOne(std::string_view in, std::vector<DeviceEvent>& out) {
+std::size_t PrinterDecoder::decodeOne(std::string_view in) {
     const unsigned char b = At(in, 0);
     switch (b) {
         case kLf:
-            printLine(out);
+            printLine();
             return 1;
         case kCr:
             // The line is printed at LF; CR alone moves nothing on a receipt printer.
             return 1;
         case kEsc:
-            return decodeEsc(in, out);
+            return decodeEsc(in);
         case kGs:
-            return decodeGs(in, out);
+            return decodeGs(in);
         case kDle:
-            return decodeDle(in, out);
+            return decodeDle(in);
         default:
             break;
     }
     if (b < 0x20 || b == 0x7F) {
         // FS and the other control bytes take one parameter byte or none; the control byte alone
         // is reported, and whatever follows is decoded afresh.
-        out.push_back(UnknownBytes(Device::Printer, in.substr(0, 1)));
-        return 1;
+        return skip(in.substr(0, 1));
     }
-    print(b, out);
+    print(b);
     return 1;
 }
 
-std::size_t PrinterDecoder::decodeEsc(std::string_view in, std::vector<DeviceEvent>& out) {
+std::size_t PrinterDecoder::decodeEsc(std::string_view in) {
     if (in.size() < 2) return 0;
     const unsigned char c = At(in, 1);
-    auto unknown = [&](std::size_t n) {
-        if (in.size() < n) return std::size_t{0};
-        out.push_back(UnknownBytes(Device::Printer, in.substr(0, n)));
-        return n;
-    };
     switch (c) {
         case '@':  // ESC @: initialise, forgetting the unprinted text
             reset();
@@ -138,7 +122,7 @@ std::size_t PrinterDecoder::decodeEsc(std::string_view in, std::vector<DeviceEve
                     page_ = CodePage::Windows1252;
                     return 3;
                 default:
-                    return unknown(3);
+                    return unknown(in, 3);
             }
         }
         case '!': {  // ESC ! n: print modes at once
@@ -159,24 +143,19 @@ std::size_t PrinterDecoder::decodeEsc(std::string_view in, std::vector<DeviceEve
             int pin = 0;
             if (m == 0 || m == '0') pin = 2;
             if (m == 1 || m == '1') pin = 5;
-            if (pin == 0) return unknown(5);
-            out.push_back(Drawer(pin, At(in, 3) * 2, At(in, 4) * 2));
+            if (pin == 0) return unknown(in, 5);
+            report(Drawer(pin, At(in, 3) * 2, At(in, 4) * 2));
             return 5;
         }
         default:
-            return unknown(2 + static_cast<std::size_t>(SkippedEscParameters(c)));
+            return unknown(in, 2 + static_cast<std::size_t>(SkippedEscParameters(c)));
     }
 }
 
-std::size_t PrinterDecoder::decodeGs(std::string_view in, std::vector<DeviceEvent>& out) {
+std::size_t PrinterDecoder::decodeGs(std::string_view in) {
     if (in.size() < 2) return 0;
     const unsigned char c = At(in, 1);
-    auto unknown = [&](std::size_t n) {
-        if (in.size() < n) return std::size_t{0};
-        out.push_back(UnknownBytes(Device::Printer, in.substr(0, n)));
-        return n;
-    };
-    if (c != 'V') return unknown(2 + static_cast<std::size_t>(SkippedGsParameters(c)));
+    if (c != 'V') return unknown(in, 2 + static_cast<std::size_t>(SkippedGsParameters(c)));
 
     // GS V m (m = 0/48 full, 1/49 partial) and GS V m n (m = 65 full, 66 partial, after feeding
     // n lines). What is left unprinted goes out before the cut.
@@ -193,55 +172,50 @@ std::size_t PrinterDecoder::decodeGs(std::string_view in, std::vector<DeviceEven
         partial = m == 66;
         length = 4;
     } else {
-        return unknown(3);
+        return unknown(in, 3);
     }
-    if (!text_.empty()) printLine(out);
+    if (!text_.empty()) printLine();
     DeviceEvent e;
     e.device = Device::Printer;
     e.kind = EventKind::Cut;
     e.partialCut = partial;
-    out.push_back(std::move(e));
+    report(std::move(e));
     return length;
 }
 
-std::size_t PrinterDecoder::decodeDle(std::string_view in, std::vector<DeviceEvent>& out) {
+std::size_t PrinterDecoder::decodeDle(std::string_view in) {
     if (in.size() < 2) return 0;
-    auto unknown = [&](std::size_t n) {
-        if (in.size() < n) return std::size_t{0};
-        out.push_back(UnknownBytes(Device::Printer, in.substr(0, n)));
-        return n;
-    };
     const unsigned char c = At(in, 1);
-    if (c == 0x04 || c == 0x05) return unknown(3);  // DLE EOT n, DLE ENQ n: status requests
-    if (c != kDc4) return unknown(2);
+    if (c == 0x04 || c == 0x05) return unknown(in, 3);  // DLE EOT n, DLE ENQ n: status requests
+    if (c != kDc4) return unknown(in, 2);
     if (in.size() < 3) return 0;
     switch (At(in, 2)) {
         case 1: {  // DLE DC4 1 m t: pulse on pin m, on and off t × 100 ms
             if (in.size() < 5) return 0;
             const unsigned char m = At(in, 3);
             const unsigned char t = At(in, 4);
-            if (m > 1 || t < 1 || t > 8) return unknown(5);
-            out.push_back(Drawer(m == 0 ? 2 : 5, t * 100, t * 100));
+            if (m > 1 || t < 1 || t > 8) return unknown(in, 5);
+            report(Drawer(m == 0 ? 2 : 5, t * 100, t * 100));
             return 5;
         }
         case 2:  // DLE DC4 2 a b: power off
-            return unknown(5);
+            return unknown(in, 5);
         case 8:  // DLE DC4 8 d1..d7: clear the buffers
-            return unknown(10);
+            return unknown(in, 10);
         default:
-            return unknown(3);
+            return unknown(in, 3);
     }
 }
 
-void PrinterDecoder::print(unsigned char byte, std::vector<DeviceEvent>& out) {
+void PrinterDecoder::print(unsigned char byte) {
     const std::size_t width = mode_.doubleWidth ? 2 : 1;
-    if (columns_ + width > kPrinterColumns) printLine(out);
+    if (columns_ + width > kPrinterColumns) printLine();
     text_ += CharacterUtf8(byte, page_);
     modes_.push_back(mode_);
     columns_ += width;
 }
 
-void PrinterDecoder::printLine(std::vector<DeviceEvent>& out) {
+void PrinterDecoder::printLine() {
     DeviceEvent e;
     e.device = Device::Printer;
     e.kind = EventKind::Line;
@@ -258,7 +232,7 @@ void PrinterDecoder::printLine(std::vector<DeviceEvent>& out) {
         }
         e.spans.push_back({i, 1, m.bold, m.doubleWidth, m.doubleHeight});
     }
-    out.push_back(std::move(e));
+    report(std::move(e));
     text_.clear();
     modes_.clear();
     columns_ = 0;

@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "platform/host_text.h"
+#include "tools/tool_console.h"
 #include "tools/tool_text.h"
 
 namespace lumbra::ctl {
@@ -24,9 +25,7 @@ ByteReporter::ByteReporter() {
     SetChannelWriteObserver([](const CanReg& channel, std::string_view bytes) {
         // The bytes line must not run into a progress line on the same terminal.
         EndStatusLine();
-        const std::string line = ByteReportLine(channel, bytes) + "\n";
-        std::fwrite(line.data(), 1, line.size(), stdout);
-        std::fflush(stdout);
+        WriteText(stdout, ByteReportLine(channel, bytes) + "\n");
     });
 }
 

@@ -1,7 +1,5 @@
 #include "tools/cycle_command.h"
 
-#include <unistd.h>
-
 #include <string>
 
 #include "app/LumbraGb.h"
@@ -9,6 +7,7 @@
 #include "platform/stop_signals.h"
 #include "tools/exit_status.h"
 #include "tools/listing.h"
+#include "tools/tool_console.h"
 #include "tools/tool_text.h"
 
 namespace lumbra::ctl {
@@ -23,7 +22,7 @@ void ShowProgress(int step, const std::string& command) {
 }  // namespace
 
 int RunCycleCommand(const ConsoleMsgSink& sink) {
-    const bool progress = ::isatty(STDERR_FILENO) == 1;
+    const bool progress = IsTerminal(stderr);
     int step = 0;
     CycleHooks hooks;
     if (progress) hooks.shown = [&step](const std::string& t) { ShowProgress(++step, t); };

@@ -9,6 +9,7 @@
 #include "tools/exit_status.h"
 #include "tools/listing.h"
 #include "tools/row_choice.h"
+#include "tools/tool_console.h"
 
 namespace lumbra::ctl {
 namespace {
@@ -20,13 +21,15 @@ std::string Text(const OptionTexts& texts, const std::string& name, const std::s
     return it == texts.end() ? fallback : it->second;
 }
 
-// The row option names in zone's table; a usage error (already reported) when it names none.
+// The row option names in zone's table; a usage error (already reported) when it names none. Left
+// out in a zone without rows it is row 0, as the window's empty list selects: the action then does
+// what the window does with nothing selected.
 template <typename Row>
 std::optional<std::int16_t> PickRow(const std::vector<Row>& tab, const char* zone,
                                     const OptionTexts& texts, const std::string& option) {
     const std::string wanted = Text(texts, option, "");
     const std::int16_t row = ChooseRow(tab, wanted);
-    if (row != 0) return row;
+    if (row != 0 || (wanted.empty() && !HasRows(tab))) return row;
     if (tab.size() < 2) {
         ReportUsageError(std::string("a zona ") + zone + " n\xE3o tem linhas configuradas");
     } else {
@@ -37,11 +40,10 @@ std::optional<std::int16_t> PickRow(const std::vector<Row>& tab, const char* zon
 }
 
 int Listar() {
-    for (const std::string& line : ListingLines(Gb())) {
-        std::fputs(line.c_str(), stdout);
-        std::fputc('\n', stdout);
-    }
-    std::fflush(stdout);
+    std::string text;
+    for (const std::string& line : ListingLines(Gb()))
+        text += line + "\n";
+    WriteText(stdout, text);
     return kExitOk;
 }
 

@@ -15,7 +15,7 @@ namespace lumbra::ctl {
 using OptionTexts = std::map<std::string, std::string>;
 
 // Runs command after LumbraIni; returns the exit status. A row that cannot be chosen is a usage
-// error and sends nothing.
+// error and sends nothing; a zone without rows, its option left out, is the window's empty list.
 int RunConfiguredCommand(const std::string& command, const OptionTexts& texts,
                          const ConsoleMsgSink& sink);
 

@@ -2,6 +2,8 @@
 
 #include <map>
 
+#include "tools/host_help.h"
+
 namespace lumbra::ctl {
 namespace {
 
@@ -10,7 +12,8 @@ const char* const kUsage =
     "ES]\n"
     "Experimente \"lumbractl --help\".\n";
 
-const char* const kToolHelp =
+// The help without a command, around the host's device example and exit statuses.
+const char* const kToolHelpHead =
     "Uso: lumbractl [-FP FICHEIRO] [-COMn DISPOSITIVO]... COMANDO [OP\xC7\xD5"
     "ES]\n"
     "\n"
@@ -34,23 +37,20 @@ const char* const kToolHelp =
     "  -FP FICHEIRO       o ficheiro de par\xE2metros\n"
     "                     (sem -FP: Lumbra.par na pasta do programa)\n"
     "  -COMn DISPOSITIVO  a porta COMn (n de 1 a 9) \xE9 este dispositivo,\n"
-    "                     por exemplo -COM1 /dev/ttyUSB0\n"
+    "                     por exemplo -COM1 ";
+const char* const kToolHelpMiddle =
     "  --bytes            depois de cada envio, a porta e os bytes enviados\n"
     "  --help             esta ajuda; \"lumbractl COMANDO --help\" explica\n"
     "                     o comando\n"
     "  --version          a vers\xE3o\n"
     "\n"
     "Uma linha escolhe-se pelo n\xFAmero que \"listar\" mostra (1 \xE9 a primeira)\n"
-    "ou pelo nome; sem a op\xE7\xE3o vale a primeira linha da zona. Os textos v\xE3o\n"
+    "ou pelo nome; sem a op\xE7\xE3o vale a primeira linha da zona, e numa zona\n"
+    "sem linhas nenhuma, como na janela: sem porta n\xE3o se envia nada, sem\n"
+    "modo ou comando a porta abre e fecha sem nada escrito. Os textos v\xE3o\n"
     "em Windows-1252: um car\xE1"
     "cter que l\xE1 n\xE3o exista \xE9 recusado.\n"
-    "\n"
-    "Estado de sa\xED"
-    "da: 0 tudo correu bem; 1 uma opera\xE7\xE3o numa porta falhou\n"
-    "(a mensagem de erro sai no erro padr\xE3o); 2 erro de utiliza\xE7\xE3o; 3 o\n"
-    "ficheiro de par\xE2metros n\xE3o abre; 130 interrompido com Ctrl+C (143 com\n"
-    "SIGTERM, 129 com SIGHUP), depois do envio em curso e com a porta fechada.\n"
-    "Uma porta que n\xE3o aceita nenhum byte durante 5 s falha o envio (1).\n";
+    "\n";
 
 const char* const kHelpListar =
     "Uso: lumbractl [-FP FICHEIRO] listar\n"
@@ -83,16 +83,15 @@ const char* const kHelpAbrir =
     "              (sem ela, a primeira)\n"
     "  --bytes     mostra os bytes enviados\n";
 
-const char* const kHelpCiclo =
+// The help of ciclo, around what stops it on this host.
+const char* const kHelpCicloHead =
     "Uso: lumbractl [-FP FICHEIRO] [-COMn DISPOSITIVO]... ciclo\n"
     "                 [--porta P] [--modo M] [--bytes]\n"
     "\n"
     "O bot\xE3o \"Ciclo\": envia 338 vezes o comando do modo M para a porta P,\n"
     "com [P1] e [P2] de 10 a 250 (de 20 em 20) e [MO] 0 e 1. Num terminal,\n"
-    "o progresso sai no erro padr\xE3o. Ctrl+C, SIGTERM ou SIGHUP p\xE1ram o ciclo\n"
-    "depois do envio em curso (estado de sa\xED"
-    "da 130, 143, 129); uma falha na porta\n"
-    "tamb\xE9m o p\xE1ra (1).\n"
+    "o progresso sai no erro padr\xE3o. ";
+const char* const kHelpCicloTail =
     "  --porta P   uma linha da zona LIG, pelo n\xFAmero ou pelo nome\n"
     "              (sem ela, a primeira)\n"
     "  --modo M    uma linha da zona GAV, pelo n\xFAmero ou pelo nome\n"
@@ -132,44 +131,6 @@ const char* const kHelpConverter =
     "  --dec V   o n\xFAmero decimal V, em hexadecimal\n"
     "  --hex V   o n\xFAmero hexadecimal V, em decimal\n";
 
-const char* const kHelpPortas =
-    "Uso: lumbractl portas\n"
-    "\n"
-    "As portas s\xE9rie desta m\xE1quina: o dispositivo, a descri\xE7\xE3o, o\n"
-    "fabricante, o n\xFAmero de s\xE9rie e o USB fabricante:produto quando se\n"
-    "sabem, e se este utilizador a pode abrir (se n\xE3o, o grupo a que se\n"
-    "deve juntar).\n";
-
-const char* const kHelpSimular =
-    "Uso: lumbractl simular [--impressora N] [--display M] [--velocidade B]\n"
-    "                       [--pagina-display P] [--json]\n"
-    "\n"
-    "Uma impressora de tal\xF5"
-    "es com gaveta e um display de cliente virtuais, cada\n"
-    "um num pseudo-terminal, para experimentar uma configura\xE7\xE3o sem hardware.\n"
-    "A primeira linha diz as op\xE7\xF5"
-    "es -COMn que ligam as portas da configura\xE7\xE3o a eles;\n"
-    "depois mostra o que cada dispositivo faz, at\xE9 Ctrl+C: as linhas\n"
-    "impressas (em PC437, ou na p\xE1gina que ESC t escolher), os cortes, os\n"
-    "impulsos da gaveta, as duas linhas do display e os comandos que n\xE3o\n"
-    "conhece (em hexadecimal). Se a porta for aberta com outra velocidade ou\n"
-    "outros bits de paragem, diz-o: um dispositivo real mostraria lixo.\n"
-    "  --impressora N     a porta da impressora e da gaveta (sem ela, 1)\n"
-    "  --display M        a porta do display (sem ela, 2)\n"
-    "  --velocidade B     a velocidade que ambos esperam (sem ela, 9600);\n"
-    "                     o formato \xE9 sempre n,8,1\n"
-    "  --pagina-display P os caracteres do display: 1252 (sem ela), 437,\n"
-    "                     850 ou 860\n"
-    "  --json             um objeto JSON por linha, para programas\n"
-    "\n"
-    "Exemplo, em dois terminais:\n"
-    "  $ lumbractl simular\n"
-    "  -COM1 /dev/pts/5 -COM2 /dev/pts/6\n"
-    "  ...\n"
-    "  $ lumbractl -FP Lumbra.par -COM1 /dev/pts/5 -COM2 /dev/pts/6 abrir\n"
-    "e o primeiro mostra:\n"
-    "  gaveta: impulso no pino 2, 50 ms ligado, 500 ms desligado\n";
-
 }  // namespace
 
 std::string UsageText() {
@@ -177,17 +138,25 @@ std::string UsageText() {
 }
 
 std::string ToolHelp() {
-    return kToolHelp;
+    const HostHelp& host = ThisHostHelp();
+    return std::string(kToolHelpHead) + host.deviceExample + kToolHelpMiddle + host.exitStatuses;
 }
 
 std::string CommandHelp(const std::string& command) {
-    static const std::map<std::string, const char*> help = {
-        {"listar", kHelpListar},       {"teste", kHelpTeste},       {"abrir", kHelpAbrir},
-        {"ciclo", kHelpCiclo},         {"executar", kHelpExecutar}, {"mostrar", kHelpMostrar},
-        {"converter", kHelpConverter}, {"portas", kHelpPortas},     {"simular", kHelpSimular},
+    const HostHelp& host = ThisHostHelp();
+    const std::map<std::string, std::string> help = {
+        {"listar", kHelpListar},
+        {"teste", kHelpTeste},
+        {"abrir", kHelpAbrir},
+        {"ciclo", std::string(kHelpCicloHead) + host.cycleStops + kHelpCicloTail},
+        {"executar", kHelpExecutar},
+        {"mostrar", kHelpMostrar},
+        {"converter", kHelpConverter},
+        {"portas", host.portas},
+        {"simular", host.simular},
     };
     const auto it = help.find(command);
-    return it != help.end() ? it->second : kToolHelp;
+    return it != help.end() ? it->second : ToolHelp();
 }
 
 std::string VersionText() {

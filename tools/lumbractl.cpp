@@ -1,6 +1,5 @@
 #include "tools/lumbractl.h"
 
-#include <QCoreApplication>
 #include <cstdio>
 #include <optional>
 #include <vector>
@@ -17,10 +16,12 @@
 #include "tools/exit_status.h"
 #include "tools/help_text.h"
 #include "tools/parameter_file_check.h"
+#include "tools/port_host.h"
 #include "tools/simulate_command.h"
 #include "tools/standalone_commands.h"
 #include "tools/tool_args.h"
 #include "tools/tool_text.h"
+#include "util/files/paths.h"
 #include "util/text/chars.h"
 
 namespace lumbra::ctl {
@@ -46,7 +47,9 @@ std::string SoughtParameterFile(const ToolArgs& a) {
     for (std::size_t i = 1; i + 1 < a.engineArgs.size(); ++i) {
         if (UpperCase(a.engineArgs[i]) == "-FP") return platform::FromHostText(a.engineArgs[i + 1]);
     }
-    return platform::ProgramFolder() + "/Lumbra.par";
+    std::string path;
+    PathJun(platform::ProgramFolder(), "Lumbra.par", path);
+    return path;
 }
 
 // What the engine passed over without a word, one line each.
@@ -54,9 +57,11 @@ void WarnAboutParameterFile() {
     const LumbraGbState& g = Gb();
     const ParameterFileScan scan = ScanParameterFile(platform::HostPath(g.cfgFic));
     if (scan.longLines > 0) {
-        PrintLine(stderr,
-                  "lumbractl: aviso: linhas com mais de 32767 caracteres, cortadas nesse limite: " +
-                      std::to_string(scan.longLines));
+        PrintLine(
+            stderr,
+            "lumbractl: aviso: linhas com mais de 32767 caracteres (um \"=\" al\xE9m desse limite "
+            "n\xE3o \xE9 lido): " +
+                std::to_string(scan.longLines));
     }
     const std::int64_t dropped = g.cfgOpc ? g.cfgOpc->DroppedRows() : 0;
     if (dropped > 0) {
@@ -71,7 +76,7 @@ void WarnAboutParameterFile() {
     }
 }
 
-int RunWithConfiguration(const ToolArgs& a, const OptionTexts& texts, char* programName) {
+int RunWithConfiguration(const ToolArgs& a, const OptionTexts& texts) {
     // Only the engine's own switches reach the command line it reads: a text such as
     // --texto "-FP x" must not name the parameter file.
     std::vector<const char*> engineArgv;
@@ -79,11 +84,7 @@ int RunWithConfiguration(const ToolArgs& a, const OptionTexts& texts, char* prog
         engineArgv.push_back(arg.c_str());
     platform::SetProgramArgs(static_cast<int>(engineArgv.size()), engineArgv.data());
 
-    // Port events travel through Qt's event loop: the ports need an application object, the
-    // core one, since the tool shows no window and loads no window system.
-    int qtArgc = 1;
-    char* qtArgv[] = {programName, nullptr};
-    const QCoreApplication app(qtArgc, qtArgv);
+    const PortHost ports(a.engineArgs.front());
 
     // Ctrl+C, SIGTERM and SIGHUP stop the command after the send under way and close the ports
     // (the session goes first, the catcher after it), so no port stays locked behind the tool.
@@ -117,8 +118,11 @@ int RunWithConfiguration(const ToolArgs& a, const OptionTexts& texts, char* prog
 
 }  // namespace
 
-int RunLumbraCtl(int argc, char** argv) {
-    const ParsedArgs parsed = ParseToolArgs(argc, argv);
+int RunLumbraCtl(const std::vector<std::string>& args) {
+    std::vector<const char*> argv;
+    for (const std::string& arg : args)
+        argv.push_back(arg.c_str());
+    const ParsedArgs parsed = ParseToolArgs(static_cast<int>(argv.size()), argv.data());
     if (!parsed.error.empty()) return ReportUsageError(parsed.error);
     const ToolArgs& a = parsed.args;
     if (a.version) {
@@ -144,8 +148,7 @@ int RunLumbraCtl(int argc, char** argv) {
     if (a.command == "converter") return RunConverter(texts);
     if (a.command == "portas") return RunPortas();
     if (a.command == "simular") return RunSimular(texts, a.json);
-    static char fallbackName[] = "lumbractl";
-    return RunWithConfiguration(a, texts, argc > 0 && argv[0] != nullptr ? argv[0] : fallbackName);
+    return RunWithConfiguration(a, texts);
 }
 
 }  // namespace lumbra::ctl

@@ -2,8 +2,9 @@
 
 #include "platform/program.h"
 #include "tools/lumbractl.h"
+#include "tools/tool_console.h"
 
 int main(int argc, char** argv) {
     lumbra::platform::SetProgramArgs(argc, argv);
-    return lumbra::ctl::RunLumbraCtl(argc, argv);
+    return lumbra::ctl::RunLumbraCtl(lumbra::ctl::ToolArguments(argc, argv));
 }

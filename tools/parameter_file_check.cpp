@@ -1,13 +1,7 @@
 #include "tools/parameter_file_check.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
-#include <cerrno>
-#include <vector>
-
 #include "platform/file_handles.h"
+#include "tools/regular_file.h"
 
 namespace lumbra::ctl {
 namespace {
@@ -43,51 +37,13 @@ class Utf8Check {
 
 }  // namespace
 
-std::string UnreadableReason(const std::string& hostPath) {
-    const int fd = ::open(hostPath.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
-    if (fd < 0) {
-        switch (errno) {
-            case ENOENT:
-            case ENOTDIR:
-                return "n\xE3o existe";
-            case EACCES:
-            case EPERM:
-                return "sem permiss\xE3o de leitura";
-            case ELOOP:
-                return "as liga\xE7\xF5"
-                       "es simb\xF3licas do caminho formam um ciclo";
-            case EISDIR:
-                return "\xE9 uma pasta";
-            default:
-                return {};
-        }
-    }
-    struct stat st {};
-    const bool known = ::fstat(fd, &st) == 0;
-    ::close(fd);
-    if (known && S_ISDIR(st.st_mode)) return "\xE9 uma pasta";
-    if (known && S_ISCHR(st.st_mode)) return "\xE9 um dispositivo, n\xE3o um ficheiro";
-    return {};
-}
-
 ParameterFileScan ScanParameterFile(const std::string& hostPath) {
     ParameterFileScan scan;
-    const int fd = ::open(hostPath.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
-    if (fd < 0) return scan;
-    struct stat st {};
-    if (::fstat(fd, &st) != 0 || !S_ISREG(st.st_mode)) {
-        ::close(fd);
-        return scan;
-    }
     Utf8Check utf8;
     std::size_t lineLength = 0;
-    std::vector<unsigned char> chunk(64 * 1024);
-    for (;;) {
-        const ssize_t got = ::read(fd, chunk.data(), chunk.size());
-        if (got < 0 && errno == EINTR) continue;
-        if (got <= 0) break;
-        for (std::size_t i = 0; i < static_cast<std::size_t>(got); ++i) {
-            const unsigned char b = chunk[i];
+    const bool read = ReadRegularFile(hostPath, [&](std::string_view chunk) {
+        for (const char c : chunk) {
+            const auto b = static_cast<unsigned char>(c);
             if (b == '\r' || b == '\n') {
                 lineLength = 0;
                 continue;
@@ -95,9 +51,8 @@ ParameterFileScan ScanParameterFile(const std::string& hostPath) {
             if (++lineLength == platform::kMaxLineLength + 1) ++scan.longLines;
             utf8.take(b);
         }
-    }
-    ::close(fd);
-    scan.utf8 = utf8.utf8();
+    });
+    scan.utf8 = read && utf8.utf8();
     return scan;
 }
 

@@ -5,6 +5,7 @@
 #include "app/LumbraCnv.h"
 #include "tools/exit_status.h"
 #include "tools/serial_port_list.h"
+#include "tools/tool_console.h"
 #include "tools/tool_text.h"
 
 namespace lumbra::ctl {
@@ -20,11 +21,10 @@ int RunConverter(const OptionTexts& texts) {
 }
 
 int RunPortas() {
-    for (const std::string& line : SerialPortLines()) {
-        std::fputs(line.c_str(), stdout);
-        std::fputc('\n', stdout);
-    }
-    std::fflush(stdout);
+    std::string text;
+    for (const std::string& line : SerialPortLines())
+        text += line + "\n";
+    WriteText(stdout, text);
     return kExitOk;
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 // Text at the tool's edges: arguments arrive in UTF-8 and the program works in Windows-1252;
-// whatever the tool prints leaves in UTF-8 again.
+// whatever the tool prints leaves in UTF-8 again, for the console to show (tool_console.h).
 
 #include <cstdio>
 #include <string>
@@ -21,7 +21,8 @@ std::string UnencodableCharacters(std::string_view utf8);
 // ends a status line that is showing, so that the two do not run into each other.
 void PrintLine(std::FILE* out, std::string_view cp1252);
 
-// Shows a line of progress (UTF-8) on standard error, a terminal, in place of the one before.
+// Shows a line of progress (UTF-8) on standard error, a terminal or a console, in place of the one
+// before.
 void ShowStatusLine(std::string_view utf8);
 // Ends the status line, if one is showing, so that the terminal's next line starts clean.
 void EndStatusLine();

@@ -7,7 +7,7 @@
 namespace lumbra::sim {
 
 bool ServeDevices(const std::vector<VirtualDevice*>& devices,
-                  const std::function<void(const DeviceEvent&)>& emit, int stopFd) {
+                  const std::function<void(const std::vector<DeviceEvent>&)>& emit, int stopFd) {
     std::vector<pollfd> fds;
     for (const VirtualDevice* d : devices)
         fds.push_back({d->port().masterFd(), POLLIN, 0});
@@ -24,9 +24,8 @@ bool ServeDevices(const std::vector<VirtualDevice*>& devices,
         }
         if (fds.back().revents != 0) return true;
         if (ready == 0) {
-            for (VirtualDevice* d : devices) {
-                if (auto screen = d->endBurst()) emit(*screen);
-            }
+            for (VirtualDevice* d : devices)
+                emit(d->endBurst());
             inBurst = false;
             continue;
         }
@@ -35,8 +34,7 @@ bool ServeDevices(const std::vector<VirtualDevice*>& devices,
             // The port holds its slave open, so a hang-up or error here is the system failing,
             // not the sender closing: stop rather than spin on it.
             if ((fds[i].revents & POLLIN) == 0) return false;
-            for (const DeviceEvent& e : devices[i]->pump())
-                emit(e);
+            emit(devices[i]->pump());
             inBurst = true;
         }
     }

@@ -1,6 +1,7 @@
 #pragma once
-// Serves virtual devices until told to stop: waits for bytes on their ports and hands each event
-// on as it comes, the display's screen once a burst of bytes is over.
+// Serves virtual devices until told to stop: waits for bytes on their ports and hands the events
+// on as they come, in batches of what one read gave, the display's screen once a burst of bytes
+// is over.
 
 #include <chrono>
 #include <functional>
@@ -14,8 +15,8 @@ namespace lumbra::sim {
 inline constexpr std::chrono::milliseconds kBurstQuiet{30};
 
 // Serves devices until stopFd becomes readable (a self-pipe written by a signal handler); false
-// when waiting failed for another reason.
+// when waiting failed for another reason. emit gets each batch in order, maybe empty.
 bool ServeDevices(const std::vector<VirtualDevice*>& devices,
-                  const std::function<void(const DeviceEvent&)>& emit, int stopFd);
+                  const std::function<void(const std::vector<DeviceEvent>&)>& emit, int stopFd);
 
 }  // namespace lumbra::sim

@@ -3,7 +3,6 @@
 // the line settings. The window and lumbractl both drive devices through this.
 
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,14 +22,18 @@ class VirtualDevice {
     Device kind() const { return kind_; }
     const VirtualPort& port() const { return port_; }
 
-    // Reads what arrived: the settings event first when the line is set otherwise than expected
-    // (read before the bytes, while the sender still holds its settings), then the decoder's
-    // events in order.
+    // Reads what arrived, a piece of at most kReadChunk bytes: the settings event first when the
+    // line is set otherwise than expected (read before the bytes, while the sender still holds
+    // its settings), then the decoder's events in order. A sender that goes on writing is served
+    // by one call after another, each event handed on as its bytes are read.
     std::vector<DeviceEvent> pump();
-    // At the end of a burst: the display's screen, when bytes reached it since the last call.
-    std::optional<DeviceEvent> endBurst();
+    // At the end of a burst: the unknown bytes it ended with, then the display's screen, when
+    // bytes reached it since the last call.
+    std::vector<DeviceEvent> endBurst();
 
   private:
+    CommandReader& decoder();
+
     Device kind_;
     VirtualPort port_;
     SettingsWatch watch_;

@@ -8,7 +8,7 @@
 #include <cstdlib>
 #include <system_error>
 
-#include "platform/line_speed.h"
+#include "platform/posix/line_speed.h"
 
 namespace lumbra::sim {
 namespace {
@@ -53,16 +53,12 @@ VirtualPort::~VirtualPort() {
 }
 
 std::string VirtualPort::readAvailable() {
-    std::string bytes;
-    char buffer[4096];
+    std::string bytes(kReadChunk, '\0');
     for (;;) {
-        const ssize_t n = ::read(master_, buffer, sizeof buffer);
-        if (n > 0) {
-            bytes.append(buffer, static_cast<std::size_t>(n));
-            continue;
-        }
+        const ssize_t n = ::read(master_, bytes.data(), bytes.size());
         if (n < 0 && errno == EINTR) continue;
-        // EAGAIN: nothing more for now. EIO cannot come while the port holds the slave open.
+        // EAGAIN: nothing for now. EIO cannot come while the port holds the slave open.
+        bytes.resize(n > 0 ? static_cast<std::size_t>(n) : 0);
         return bytes;
     }
 }

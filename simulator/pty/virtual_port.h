@@ -4,11 +4,14 @@
 // slave itself, so that the sender may open and close it any number of times without the master
 // seeing a hang-up in between, and the line keeps its settings from one open to the next.
 
+#include <cstddef>
 #include <string>
 
 #include "simulator/line_settings.h"
 
 namespace lumbra::sim {
+
+inline constexpr std::size_t kReadChunk = 4096;
 
 class VirtualPort {
   public:
@@ -24,7 +27,8 @@ class VirtualPort {
     const std::string& path() const { return path_; }
     int masterFd() const { return master_; }
 
-    // Every byte the sender wrote that was not read yet; "" when none.
+    // Bytes the sender wrote that were not read yet, at most kReadChunk of them, so that a sender
+    // that never stops is read in pieces that each cost little; "" when none.
     std::string readAvailable();
     // The settings the sender put on the line, as the terminal driver holds them now.
     LineSettings lineSettings() const;

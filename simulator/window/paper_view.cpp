@@ -10,6 +10,8 @@ namespace lumbra::sim {
 PaperView::PaperView(QWidget* parent) : QTextEdit(parent) {
     setReadOnly(true);
     setLineWrapMode(QTextEdit::NoWrap);
+    // The roll keeps its newest lines (and cuts) only: older ones fall off the top.
+    document()->setMaximumBlockCount(kPaperLines);
     QFont font(QStringLiteral("Liberation Mono"));
     font.setStyleHint(QFont::Monospace);
     font.setPixelSize(12);
@@ -49,6 +51,9 @@ void PaperView::cut(bool partial) {
 
 void PaperView::append(const QString& html) {
     QTextEdit::append(QStringLiteral("<span style=\"white-space:pre\">%1</span>").arg(html));
+}
+
+void PaperView::showNewest() {
     verticalScrollBar()->setValue(verticalScrollBar()->maximum());
 }
 

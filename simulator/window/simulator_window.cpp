@@ -88,9 +88,18 @@ SimulatorWindow::SimulatorWindow(std::unique_ptr<VirtualDevice> printer, int pri
 SimulatorWindow::~SimulatorWindow() = default;
 
 void SimulatorWindow::serve(VirtualDevice& device) {
-    for (const DeviceEvent& e : device.pump())
-        present(e);
+    present(device.pump());
     burst_->start();
+}
+
+void SimulatorWindow::present(const std::vector<DeviceEvent>& events) {
+    if (events.empty()) return;
+    for (const DeviceEvent& e : events)
+        present(e);
+    // Once for the batch: scrolling lays the paper and the list out, which a flood of events
+    // must not pay for each line.
+    paperView_->showNewest();
+    messages_->scrollToBottom();
 }
 
 void SimulatorWindow::present(const DeviceEvent& e) {
@@ -110,15 +119,16 @@ void SimulatorWindow::present(const DeviceEvent& e) {
         case EventKind::Unknown:
         case EventKind::Settings:
             messages_->addItem(QString::fromStdString(EventText(e)));
-            messages_->scrollToBottom();
+            // The oldest messages go, so that a device fed garbage for hours keeps its window.
+            while (messages_->count() > kHistoryLines)
+                delete messages_->takeItem(0);
             break;
     }
 }
 
 void SimulatorWindow::endBurst() {
-    for (const auto& device : devices_) {
-        if (auto screen = device->endBurst()) present(*screen);
-    }
+    for (const auto& device : devices_)
+        present(device->endBurst());
 }
 
 }  // namespace lumbra::sim

@@ -1,7 +1,8 @@
 #pragma once
 // The window of lumbra-simulador: the pole display, the cash drawer and the printer's paper as
 // the devices would show them, the messages about what they could not understand, and the -COMn
-// options that point Lumbra at them, with a button to copy them.
+// options that point Lumbra at them, with a button to copy them. The paper and the messages keep
+// the last kHistoryLines lines.
 
 #include <QWidget>
 #include <memory>
@@ -17,6 +18,9 @@ namespace lumbra::sim {
 class DisplayView;
 class DrawerView;
 class PaperView;
+
+// The lines the paper roll and the message list keep: the newest ones.
+inline constexpr int kHistoryLines = 1000;
 
 class SimulatorWindow : public QWidget {
   public:
@@ -35,6 +39,7 @@ class SimulatorWindow : public QWidget {
 
   private:
     void serve(VirtualDevice& device);
+    void present(const std::vector<DeviceEvent>& events);
     void present(const DeviceEvent& e);
     void endBurst();
 

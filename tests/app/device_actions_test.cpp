@@ -55,7 +55,7 @@ TEST_F(DeviceActionTest, DrawerCommandsAreDecodedAtSendAndFilledInByTheCycle) {
         SendDrawerCommand();
         EXPECT_EQ(pty.readAvailable(), cases[i].sent) << cases[i].command;
         Strings shown;
-        RunDrawerCycle(row, {[&](const std::string& t) { shown.push_back(t); }, nullptr, nullptr});
+        RunDrawerCycle(row, {.shown = [&](const std::string& t) { shown.push_back(t); }});
         ASSERT_EQ(shown.size(), 338U);
         const Strings& c = cases[i].cycle;
         EXPECT_EQ(Strings({shown[0], shown[1], shown[337]}),
@@ -64,10 +64,30 @@ TEST_F(DeviceActionTest, DrawerCommandsAreDecodedAtSendAndFilledInByTheCycle) {
     EXPECT_TRUE(boxes.boxes().empty());
 }
 
+// However the cycle ends, the box is left with the last command sent (the row's own when none was)
+// and the row has its own command again.
+TEST_F(DeviceActionTest, TheCycleLeavesTheLastCommandSentToShow) {
+    StartWithModes({"[P1]-[P2]-[MO]"});
+    const struct {
+        int sends;
+        std::string over;
+    } cases[] = {{0, "[P1]-[P2]-[MO]"}, {2, "10-10-1"}, {338, "250-250-1"}};
+    for (const auto& c : cases) {
+        int sent = 0;
+        std::string over;
+        RunDrawerCycle(1, {.stopped = [&] { return sent == c.sends; },
+                           .send = [&] { ++sent; },
+                           .over = [&](const std::string& t) { over = t; }});
+        EXPECT_EQ(sent, c.sends);
+        EXPECT_EQ(over, c.over);
+        EXPECT_EQ(Gb().gavTab.at(1).vtx, "[P1]-[P2]-[MO]");
+    }
+}
+
 // Each stage of open, write, close reports its own failure and the next one still runs.
 TEST_F(DeviceActionTest, AFailingPortShowsABoxForEveryStageAndTheSequenceGoesOn) {
     const std::string com1 = "Erro no ficheiro: COM1";
-    const std::string notOpen = "|Erro:Port 1 is not open";
+    const std::string notOpen = "|Erro:Porta 1 n\xE3o est\xE1 aberta";
     const std::string missing = dir.file("falta/x.txt");
     const struct {
         std::string row;
@@ -76,13 +96,14 @@ TEST_F(DeviceActionTest, AFailingPortShowsABoxForEveryStageAndTheSequenceGoesOn)
     } cases[] = {
         {kSerialRow,
          {"-COM1", "/nonexistent/tty"},
-         {{com1, "Funcao: Abrir|Erro:Port 1 (/nonexistent/tty) does not exist"},
+         {{com1, "Funcao: Abrir|Erro:Porta 1 (/nonexistent/tty) n\xE3o existe"},
           {com1, "Funcao: Escrever" + notOpen},
           {com1, "Funcao: Fechar" + notOpen}}},
         {"Impress\xE3o [FIC]=" + missing,
          {},
-         {{"Erro no ficheiro: " + missing, "Funcao: Abrir|Erro:Path not found"},
-          {"Erro no ficheiro: " + missing, "Funcao: Gravar TX|Erro:Bad file name or number"}}},
+         {{"Erro no ficheiro: " + missing, "Funcao: Abrir|Erro:Caminho n\xE3o encontrado"},
+          {"Erro no ficheiro: " + missing,
+           "Funcao: Gravar TX|Erro:Nome ou n\xFAmero de ficheiro incorrecto"}}},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.row);
@@ -105,7 +126,7 @@ TEST_F(DeviceActionTest, WithoutPortZonesNoActionPreparesAChannel) {
     SendConnectionTest("Teste");
     SendDrawerCommand();
     SendDisplayText(DisplayCommand(1));
-    EXPECT_EQ(RunDrawerCycle(1, {nullptr, nullptr, SendDrawerCommand}), 338);
+    EXPECT_EQ(RunDrawerCycle(1, {.send = SendDrawerCommand}), 338);
     EXPECT_TRUE(boxes.boxes().empty());
     EXPECT_EQ(CanTab().size(), 1U) << "a channel was prepared";
 }

@@ -3,6 +3,7 @@
 // drawer cycle run to its end, stopped by its own button, by closing the window, by a stop signal,
 // or from the boxes a missing device raises.
 
+#include <QCursor>
 #include <QFontInfo>
 #include <QLabel>
 #include <QListWidget>
@@ -163,6 +164,35 @@ class LumbraWindowTest : public QObject {
         QCOMPARE(dir_->read("record"), "1\n" + host + "/Lumbra.par\n");
     }
 
+    // No xdg-open on the PATH, one that gives up, one that cannot start: a box names the file.
+    void withoutAWorkingEditorABoxNamesTheFile_data() {
+        QTest::addColumn<QString>("xdgOpen");
+        QTest::newRow("missing") << QString();
+        QTest::newRow("exits 1") << "#!/bin/sh\nexit 1\n";
+        QTest::newRow("cannot start") << "#!/no/such/sh\n";
+    }
+
+    void withoutAWorkingEditorABoxNamesTheFile() {
+        QFETCH(QString, xdgOpen);
+        std::filesystem::create_directory(dir_->file("bin"));
+        if (!xdgOpen.isEmpty()) {
+            dir_->write("bin/xdg-open", xdgOpen.toStdString());
+            std::filesystem::permissions(dir_->file("bin/xdg-open"),
+                                         std::filesystem::perms::owner_all);
+        }
+        const QByteArray path = qgetenv("PATH");
+        qputenv("PATH", QByteArray::fromStdString(dir_->file("bin")));
+        w_->ui.mnuTbCfg->trigger();
+        qputenv("PATH", path);
+        QTRY_COMPARE(boxes_->boxes().size(), std::size_t{1});
+        const test::RecordedBox& box = boxes_->boxes()[0];
+        QCOMPARE(box.title, std::string("Configura\xE7\xE3o"));
+        QCOMPARE(box.text, "N\xE3o foi poss\xEDvel abrir o ficheiro\n" + dir_->file("Lumbra.par") +
+                               "\n\nN\xE3o foi encontrado nenhum programa que abra ficheiros de "
+                               "texto: instale o pacote xdg-utils e um editor de texto.");
+        QVERIFY(box.icon == platform::MsgIcon::Exclamation);
+    }
+
     void typingInOneBoxShowsTheConversionInTheOther() {
         for (const bool decimal : {true, false}) {
             QLineEdit* box = decimal ? w_->ui.txCnvDec : w_->ui.txCnvHex;
@@ -232,6 +262,8 @@ class LumbraWindowTest : public QObject {
         QVERIFY(!menu);
         QCOMPARE(printer_->readAvailable(), std::string("\x1Bp\0\n\n\x1Bp\x01\n\n", 10));
         verifyCycleIsOver();
+        QCOMPARE(w_->ui.txGavAbr->text(),
+                 QStringLiteral("chr$(27)+\"p\"+chr$(1)+chr$(10)+chr$(10)"));
         disconnect(hook_);
         test::Choose(*w_, w_->ui.cbLigPor, 1);
         clickCycle();
@@ -251,9 +283,9 @@ class LumbraWindowTest : public QObject {
         QTest::addColumn<QString>("how");
         QTest::addColumn<QString>("box");
         QTest::newRow("Terminar") << "Terminar"
-                                  << "Device timeout: nothing taken for 1.";
+                                  << "Tempo de espera do dispositivo esgotado: a porta n";
         QTest::newRow("SIGTERM") << "SIGTERM"
-                                 << "User interrupt occurred";
+                                 << "Interrompido pelo utilizador";
     }
 
     void aSendThatWaitsForItsDeviceEndsTheCycleWhenStopped() {
@@ -282,15 +314,31 @@ class LumbraWindowTest : public QObject {
         QCOMPARE(boxes_->boxes().size(), std::size_t{1});
         QVERIFY(boxes_->boxes()[0].text.starts_with("Funcao: Gravar TX|Erro:" + box.toStdString()));
         QCOMPARE(w_->cycleRunning(), false);
+        QCOMPARE(w_->ui.txGavAbr->text(),
+                 QStringLiteral("chr$(27)+\"p\"+chr$(0)+chr$(10)+chr$(10)"));
         QTRY_COMPARE(unloading.count(), 1);
         QCOMPARE(CanMax(), std::int16_t{0});  // the channels go with the window
     }
 
-    // Every box a missing device raises during the cycle offers "Parar ciclo", which stops it;
-    // outside a cycle the box has OK alone.
+    // Every box a missing device raises during the cycle offers "Parar ciclo", which stops it at
+    // once: the rest of that send shows no box. Outside a cycle the box has OK alone. The
+    // hourglass of "Abrir" is off while each box waits, and back as the next one comes.
     void everyBoxDuringTheCycleOffersItsStopAndChoosingItStopsTheCycle() {
         chooseCycle();
-        platform::QtMsgSink windowBoxes;
+        QList<int> pointers;  // the override cursor's shape, -1 for none
+        const auto pointer = [&] {
+            const QCursor* c = QGuiApplication::overrideCursor();
+            pointers << (c == nullptr ? -1 : int(c->shape()));
+        };
+        struct PointerWatch : platform::QtMsgSink {
+            std::function<void()> opening;
+            void show(const std::string& title, const std::string& text,
+                      platform::MsgIcon icon) override {
+                opening();
+                QtMsgSink::show(title, text, icon);
+            }
+        } windowBoxes;
+        windowBoxes.opening = pointer;
         platform::SetMsgSink(&windowBoxes);
         const auto restore = qScopeGuard([this] { platform::SetMsgSink(boxes_.get()); });
         QStringList seen;
@@ -301,6 +349,7 @@ class LumbraWindowTest : public QObject {
             if (box == nullptr) return;
             seen << box->text();
             buttons << int(box->buttons().size());
+            pointer();
             QAbstractButton* chosen = box->button(QMessageBox::Ok);
             for (QAbstractButton* b : box->buttons())
                 chosen = b->text() == QStringLiteral("Parar ciclo") ? b : chosen;
@@ -310,11 +359,16 @@ class LumbraWindowTest : public QObject {
         test::Choose(*w_, w_->ui.cbLigPor, 2);
         test::Click(*w_, w_->ui.cmAbrCic);
         verifyCycleIsOver();
-        QCOMPARE(seen.filter(QStringLiteral("Funcao: Abrir|")).size(), 1);
-        QVERIFY(!buttons.contains(1));
+        QCOMPARE(seen.size(), 1);
+        QVERIFY(seen[0].startsWith(QStringLiteral("Funcao: Abrir|")));
+        QCOMPARE(buttons, QList<int>({2}));
         buttons.clear();
+        pointers.clear();
         test::Click(*w_, w_->ui.cmGavAbr);
         QCOMPARE(buttons, QList<int>({1, 1, 1}));
+        const int wait = Qt::WaitCursor;
+        QCOMPARE(pointers, QList<int>({wait, -1, wait, -1, wait, -1}));
+        QVERIFY(QGuiApplication::overrideCursor() == nullptr);
     }
 };
 

@@ -22,7 +22,7 @@
 
 #include "app/LumbraGb.h"
 #include "app/LumbraMnu.h"
-#include "platform/qt_msg_box.h"
+#include "platform/qt/qt_msg_box.h"
 #include "tests/app/app_fixture.h"
 #include "tests/support/pty_pair.h"
 

@@ -13,6 +13,7 @@
 
 #include "platform/file_handles.h"
 #include "platform/msg_box.h"
+#include "tests/options/size_limit.h"
 #include "tests/options/tda_opc.h"
 #include "tests/support/recording_msg_sink.h"
 #include "tests/support/unprivileged.h"
@@ -44,14 +45,17 @@ class Files : public ::testing::Test {
 };
 
 TEST_F(Files, RegPrpKeepsLinesAsWrittenAndRegExeEndsEachWithCrLf) {
-    const std::string fic = Load("a +\r\n+ b\r\nCmd [CMD]=chr$(27)\rso LF\nfim sem terminador");
+    // However long a line is, it comes back byte for byte.
+    const std::string comment = "'" + std::string(40000, '\xE7');
+    const std::string fic =
+        Load("a +\r\n+ b\r\nCmd [CMD]=chr$(27)\rso LF\n" + comment + "\r\nfim sem terminador");
     EXPECT_EQ(opc.records(), (std::vector<std::string>{fic, "a +", "+ b", "Cmd [CMD]=chr$(27)",
-                                                       "so LF", "fim sem terminador"}));
+                                                       "so LF", comment, "fim sem terminador"}));
     std::string past = "x";
-    opc.RegConIdx(6, past);
+    opc.RegConIdx(7, past);
     EXPECT_EQ(past, "") << "beyond the last record";
     EXPECT_EQ(Written(),
-              Lines({"a +", "+ b", "Cmd [CMD]=chr$(27)", "so LF", "fim sem terminador"}));
+              Lines({"a +", "+ b", "Cmd [CMD]=chr$(27)", "so LF", comment, "fim sem terminador"}));
 }
 
 TEST_F(Files, RegConFindsVariablesByTheNameAfterTheirKind) {
@@ -224,16 +228,28 @@ const std::string kExampleHeader =
     Lines({"'Nome       : Lumbra.par", "'Tipo       : PAR", "'Data       : ", "'Versao     : 1.0",
            "'Descricao  : " + kConfiguracao, ""});
 
+// The replacement files in the temporary folder itself.
+std::size_t ReplacementFilesInTempFolder() {
+    std::size_t n = 0;
+    std::error_code ec;
+    for (const auto& entry :
+         std::filesystem::directory_iterator(std::filesystem::temp_directory_path(), ec))
+        n += entry.path().string().ends_with(".grv~") ? 1u : 0u;
+    return n;
+}
+
 // A new file's writing: the old content stays until the file is closed whole, and a write refused
-// part way or a file that cannot be opened reaches the ok codes and leaves the old file behind.
+// part way or a file that cannot be opened reaches every ok code, in place or through a
+// replacement, and leaves the old file behind and nothing beside it, in the current folder either.
 TEST_F(Files, WritingANewFileCommitsItWholeOrKeepsTheOldOne) {
     const std::string old = Lines({"'Nome       : velho"});
     std::vector<std::string> many(1);
     for (int i = 0; i < 200; ++i)
         many.push_back("Linha [L" + std::to_string(i) + "]=" + std::string(60, 'x'));
+    const std::vector<std::string> zone = {"", "A [A]=1"};
     const struct {
         std::string fic;
-        bool limited;
+        bool limited, readOnly;
         std::vector<std::string> zone;
         std::int16_t cabOk, zonOk, fimOk;
         std::string after;
@@ -241,18 +257,26 @@ TEST_F(Files, WritingANewFileCommitsItWholeOrKeepsTheOldOne) {
         // Slot 0 of the zone's lines is never written.
         {dir.file("Lumbra.par"),
          false,
+         false,
          {"ignorado", "A [A]=1"},
          1,
          1,
          1,
          kExampleHeader + Lines({kRule, "#DEF - Geral", kRule, "A [A]=1", "##", "", ""})},
-        {dir.file("Lumbra.par"), true, many, 1, -61, -61, old},
-        {dir.file("falta/novo.par"), false, {"", "A [A]=1"}, -76, -52, 1, old},
-        {"/dev/full", false, {"", "A [A]=1"}, -61, -61, 1, old},
+        {dir.file("Lumbra.par"), true, false, many, 1, -61, -61, old},
+        {dir.file("falta/novo.par"), false, false, zone, -76, -76, -76, old},
+        {dir.file("novo.par"), false, true, zone, -70, -70, -70, old},
+        {"/dev/full", false, false, zone, -61, -61, -61, old},
+        {"", false, false, zone, -52, -52, -52, old},
     };
+    const ScopedCurrentDir inDir(dir.path());
+    const std::size_t strays = ReplacementFilesInTempFolder();
     for (const auto& c : cases) {
+        // Root writes whatever a folder's permissions say.
+        if (c.readOnly && ::geteuid() == 0) continue;
         dir.write("Lumbra.par", old);
         std::int16_t cabOk = 0, zonOk = 0, fimOk = 0;
+        if (c.readOnly) ::chmod(dir.path().c_str(), 0555);
         WithSizeLimit(c.limited, [&] {
             opc.tboFic(c.fic);
             opc.CabPrp("", "", "", kConfiguracao);
@@ -261,11 +285,13 @@ TEST_F(Files, WritingANewFileCommitsItWholeOrKeepsTheOldOne) {
             EXPECT_EQ(dir.read("Lumbra.par"), old) << "nothing shows before the close";
             opc.tboFim(fimOk);
         });
+        ::chmod(dir.path().c_str(), 0755);
         EXPECT_EQ(std::vector<int>({cabOk, zonOk, fimOk}),
                   std::vector<int>({c.cabOk, c.zonOk, c.fimOk}))
             << c.fic;
         EXPECT_EQ(dir.read("Lumbra.par"), c.after) << c.fic;
         EXPECT_EQ(FilesIn(dir), 1u) << "no replacement file or part written is left";
+        EXPECT_EQ(ReplacementFilesInTempFolder(), strays) << c.fic;
     }
 }
 

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/file_handles.h"
 #include "platform/msg_box.h"
 #include "tests/options/tda_opc.h"
 #include "tests/support/recording_msg_sink.h"
@@ -32,6 +33,8 @@ TEST(LineSyntax, ParTppAndParPrepSplitALine) {
          "Porta de comunica\xE7\xE3o", "porta\xE7\xE3o", " COM1", 34},
         // ParTpp looks for the brackets over the whole line, ParPrep before the "=" only.
         {"Valor = [ref] fim", "=", "REF", "Valor", "", " [ref] fim", 8},
+        // A line is split whole however long; only a position past 16 bits cannot be given.
+        {std::string(40000, 'a') + "[x]=1", "=", "X", std::string(40000, 'a'), "x", "1", 0},
     };
     TdaOpc opc;
     for (const auto& c : cases) {
@@ -46,8 +49,8 @@ TEST(LineSyntax, ParTppAndParPrepSplitALine) {
     }
 }
 
-TEST(LineReader, JoinsContinuationLinesUpToTheLongestALineMayBe) {
-    const std::string piece(20000, 'a');
+TEST(LineReader, JoinsContinuationLinesWhateverTheirLength) {
+    const std::string piece(40000, 'a');
     const struct {
         std::vector<std::string> physical;
         std::string logical;
@@ -59,8 +62,8 @@ TEST(LineReader, JoinsContinuationLinesUpToTheLongestALineMayBe) {
         {{"V [V] = a +<-", "b", "Fim"}, "V [V] = a b"},
         {{"+V [V] = 1  ", "Fim"}, "V [V] = 1"},
         {{"Gaveta [G] = chr$(27,112)+", "+bin$(&H41)", "Fim"}, "Gaveta [G] = \x1BpA"},
-        {{std::string(40000, 'b'), "Fim"}, std::string(32767, 'b')},
-        {{piece + "+", "+" + piece + "+", piece, "Fim"}, std::string(32767, 'a')},
+        {{piece, "Fim"}, piece},
+        {{piece + "+", "+b+", " c", "Fim"}, piece + "b c"},
         // A logical line still open at the end of the file is dropped.
         {{"V [V] = 1", "Texto [TX] = parte +"}, "V [V] = 1"},
     };
@@ -95,11 +98,13 @@ TEST(FileStack, AFileThatCannotBeOpenedEndsTheProgramAfterTheMessage) {
     TempDir dir;
     const struct {
         bool records;
-        std::string path, error, inf;
+        std::string path;
+        std::int16_t err;
+        std::string inf;
     } cases[] = {
-        {false, dir.file("falta.par"), "Erro : 53   File not found", "(CFG)"},
-        {false, dir.file("pasta/falta.par"), "Erro : 76   Path not found", "(CFG)"},
-        {true, dir.file("falta.par"), "Erro : 53   File not found", "(LER)"},
+        {false, dir.file("falta.par"), 53, "(CFG)"},
+        {false, dir.file("pasta/falta.par"), 76, "(CFG)"},
+        {true, dir.file("falta.par"), 53, "(LER)"},
     };
     for (const auto& c : cases) {
         RecordingMsgSink sink;
@@ -108,7 +113,9 @@ TEST(FileStack, AFileThatCannotBeOpenedEndsTheProgramAfterTheMessage) {
                      platform::ProgramEnded);
         ASSERT_EQ(sink.boxes().size(), 1U);
         EXPECT_EQ(sink.boxes()[0].title, "Erro a abrir ficheiro");
-        EXPECT_THAT(sink.boxes()[0].text, ::testing::HasSubstr(c.error));
+        EXPECT_THAT(sink.boxes()[0].text,
+                    ::testing::HasSubstr("Erro : " + std::to_string(c.err) + "   " +
+                                         platform::ErrDescription(c.err)));
         EXPECT_THAT(sink.boxes()[0].text,
                     ::testing::HasSubstr("Ficheiro :" + c.path + "   " + c.inf));
         EXPECT_EQ(sink.endings().size(), 1u);

@@ -1,11 +1,7 @@
 #pragma once
 // What the option-table tests share: an option table whose inner state can be looked at,
-// parameter files written as the program writes them (CR LF after every line), a file-size limit
-// that makes the host refuse a write part way as a full disk does, and the program's command line
-// and folder set for one test.
-
-#include <signal.h>
-#include <sys/resource.h>
+// parameter files written as the program writes them (CR LF after every line), and the program's
+// command line and folder set for one test.
 
 #include <cstdint>
 #include <filesystem>
@@ -79,22 +75,6 @@ inline std::vector<std::string> Split(std::string_view text) {
 inline std::size_t FilesIn(const TempDir& dir) {
     const std::filesystem::directory_iterator it(dir.path());
     return static_cast<std::size_t>(std::distance(begin(it), end(it)));
-}
-
-// Runs work with files limited to 4 KiB when limited is true.
-inline void WithSizeLimit(bool limited, const std::function<void()>& work) {
-    struct sigaction ignore {};
-    ignore.sa_handler = SIG_IGN;
-    struct sigaction previous {};
-    ::sigaction(SIGXFSZ, &ignore, &previous);
-    rlimit old{};
-    ::getrlimit(RLIMIT_FSIZE, &old);
-    rlimit small = old;
-    if (limited) small.rlim_cur = 4096;
-    ::setrlimit(RLIMIT_FSIZE, &small);
-    work();
-    ::setrlimit(RLIMIT_FSIZE, &old);
-    ::sigaction(SIGXFSZ, &previous, nullptr);
 }
 
 // The program runs with these words after its name, from this folder, while the object lives.

@@ -24,20 +24,21 @@ class FileHandlesTest : public ::testing::Test {
     test::TempDir tmp;
 };
 
-// Lines end at CR LF, CR or LF; past the longest line the rest up to its end is dropped, across
-// read chunks too; then every read reports the end.
+// Lines end at CR LF, CR or LF and are read whole however long, across read chunks too; then every
+// read reports the end.
 TEST_F(FileHandlesTest, ReadLineEndsLinesAtCrLfCrAndLfThenReportsTheEnd) {
     const std::string longLine(64 * 1024 - 1, 'a');  // its CR ends the first chunk read
-    const std::string longest(kMaxLineLength, 'c');
+    const std::string longer(kMaxLineLength + 1, 'c');
+    const std::string longest(200000, 'c');
     const std::pair<std::string, std::vector<std::string>> cases[] = {
         {"a\r\nb\r\n", {"a", "b"}},
         {"a\rb\r", {"a", "b"}},
         {"a\n\rb", {"a", "", "b"}},
         {"", {}},
         {std::string("\xE7\0\xFF\r\n", 5), {std::string("\xE7\0\xFF", 3)}},
-        {longLine + "\r\nb", {longLine.substr(0, kMaxLineLength), "b"}},
-        {longest + "c\r\nb", {longest, "b"}},
-        {std::string(200000, 'c') + "\n\rd", {longest, "", "d"}}};
+        {longLine + "\r\nb", {longLine, "b"}},
+        {longer + "\r\nb", {longer, "b"}},
+        {longest + "\n\rd", {longest, "", "d"}}};
     for (const auto& [bytes, want] : cases) {
         tmp.write("f.txt", bytes);
         ASSERT_EQ(FileOpen(1, tmp.file("f.txt"), FileMode::Input), 0);
@@ -87,6 +88,13 @@ TEST_F(FileHandlesTest, OpenFailuresGiveTheHostNumbers) {
     for (const auto& c : cases) {
         EXPECT_EQ(FileOpen(1, c.path, c.mode), c.err) << c.path;
         EXPECT_FALSE(FileIsOpen(1));
+    }
+    // Nor is a disk, which would be read whole as one line; tried on the first one there is.
+    std::error_code ec;
+    for (const auto& entry : std::filesystem::directory_iterator("/dev", ec)) {
+        if (!entry.is_block_file(ec)) continue;
+        EXPECT_EQ(FileOpen(1, entry.path().string(), FileMode::Input), kErrPathFileAccess);
+        break;
     }
 }
 

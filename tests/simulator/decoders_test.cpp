@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "simulator/display_decoder.h"
 #include "simulator/event_views.h"
@@ -23,20 +25,38 @@ std::string Lines(const Events& events) {
     return out;
 }
 
-// What a fresh printer reports for bytes, fed in two pieces cut at cut (whole when cut is 0).
-std::string PrinterRun(std::string_view bytes, std::size_t cut = 0) {
-    PrinterDecoder printer;
-    std::string out = Lines(printer.feed(bytes.substr(0, cut)));
-    return out + Lines(printer.feed(bytes.substr(cut)));
+constexpr std::size_t kByteByByte = std::string_view::npos;
+
+// bytes whole (cut 0), in two pieces cut after byte cut, or one byte at a time.
+std::vector<std::string_view> Pieces(std::string_view bytes, std::size_t cut) {
+    if (cut == 0) return {bytes};
+    if (cut != kByteByByte) return {bytes.substr(0, cut), bytes.substr(cut)};
+    std::vector<std::string_view> pieces;
+    for (std::size_t i = 0; i < bytes.size(); ++i)
+        pieces.push_back(bytes.substr(i, 1));
+    return pieces;
 }
 
-// The same for a display: its skipped commands, then its screen.
+// What a fresh decoder reports for bytes fed in pieces, then ended as a burst ends; a display
+// then shows its screen.
+template <typename Decoder>
+std::string Run(Decoder& decoder, std::string_view bytes, std::size_t cut) {
+    std::string out;
+    for (std::string_view piece : Pieces(bytes, cut))
+        out += Lines(decoder.feed(piece));
+    return out + Lines(decoder.finish());
+}
+
+std::string PrinterRun(std::string_view bytes, std::size_t cut = 0) {
+    PrinterDecoder printer;
+    return Run(printer, bytes, cut);
+}
+
 std::string DisplayRun(std::string_view bytes, std::size_t cut = 0,
                        CodePage charset = CodePage::Windows1252) {
     DisplayDecoder display(charset);
-    std::string out = Lines(display.feed(bytes.substr(0, cut)));
-    out += Lines(display.feed(bytes.substr(cut)));
-    return out + EventJson(display.screen()) + "\n";
+    const std::string events = Run(display, bytes, cut);
+    return events + EventJson(display.screen()) + "\n";
 }
 
 struct DecoderCase {
@@ -55,8 +75,17 @@ std::string Drawer(int pin, int on, int off) {
            ",\"on_ms\":" + std::to_string(on) + ",\"off_ms\":" + std::to_string(off) + "}\n";
 }
 
-std::string PUnknown(const std::string& hex) {
-    return R"({"device":"printer","event":"unknown","bytes":")" + hex + "\"}\n";
+std::string PUnknown(const std::string& hex, std::size_t more = 0) {
+    return R"({"device":"printer","event":"unknown","bytes":")" + hex + "\"" +
+           (more > 0 ? ",\"more_bytes\":" + std::to_string(more) : "") + "}\n";
+}
+
+// "00 00 ... 00", n times.
+std::string Zeros(std::size_t n) {
+    std::string hex;
+    for (std::size_t i = 0; i < n; ++i)
+        hex += i == 0 ? "00" : " 00";
+    return hex;
 }
 
 const std::string kCut = "{\"device\":\"printer\",\"event\":\"cut\"}\n";
@@ -107,6 +136,14 @@ const DecoderCase kPrinterCases[] = {
     {"UnknownGsTakesItsParameters", "A\035!\021B\n", PUnknown("1D 21 11") + Line("AB")},
     {"UnknownControlByte", "A\tB\n", PUnknown("09") + Line("AB")},
     {"StatusRequestSkipped", Bytes({16, 4, 1}) + "A\n", PUnknown("10 04 01") + Line("A")},
+    // Unknown bytes in a row are one event, which keeps their first 64 and counts the rest.
+    {"UnknownBytesInARowAreOneEvent",
+     "\x1B\x99\x01\x1D!\x11"
+     "A\n",
+     PUnknown("1B 99 01 1D 21 11") + Line("A")},
+    {"UnknownRunEndsWithTheBurst", "A\n\x01", Line("A") + PUnknown("01")},
+    {"LongUnknownRunKeepsItsFirstBytes", std::string(65, '\0') + "A\n",
+     PUnknown(Zeros(64), 1) + Line("A")},
     {"LongLineGoesOn", std::string(50, 'x') + "\n", Line(std::string(48, 'x')) + Line("xx")},
     {"DoubleWidthTakesTwoColumns", "\x1B!\x20" + std::string(25, 'w') + "\n",
      Line(std::string(24, 'w'),
@@ -119,6 +156,7 @@ class PrinterDecoderTest : public ::testing::TestWithParam<DecoderCase> {};
 TEST_P(PrinterDecoderTest, DecodesTheSameWholeOrCutAtAnyByte) {
     const DecoderCase& c = GetParam();
     EXPECT_EQ(PrinterRun(c.bytes), c.events);
+    EXPECT_EQ(PrinterRun(c.bytes, kByteByByte), c.events) << "byte by byte";
     for (std::size_t cut = 1; cut < c.bytes.size(); ++cut)
         EXPECT_EQ(PrinterRun(c.bytes, cut), c.events) << "cut after byte " << cut;
 }
@@ -172,8 +210,9 @@ std::string Screen(const std::string& row1, const std::string& row2, int row, in
            (visible ? "" : ",\"cursor_visible\":false") + "}\n";
 }
 
-std::string Unknown(const std::string& hex) {
-    return R"({"device":"display","event":"unknown","bytes":")" + hex + "\"}\n";
+std::string Unknown(const std::string& hex, std::size_t more = 0) {
+    return R"({"device":"display","event":"unknown","bytes":")" + hex + "\"" +
+           (more > 0 ? ",\"more_bytes\":" + std::to_string(more) : "") + "}\n";
 }
 
 const std::string kBlank = Row("");
@@ -214,6 +253,9 @@ const DecoderCase kDisplayCases[] = {
     {"EscQWaitsForItsCr", "\033QB" + std::string(39, 'x'), Screen(kBlank, kBlank, 1, 1)},
     {"EscQWithoutCrGivenUp", "\033QB" + std::string(40, 'x'),
      Unknown("1B 51 42") + Screen(std::string(20, 'x'), std::string(20, 'x'), 2, 20)},
+    // ... and so is one whose CR comes too late, whole or cut.
+    {"EscQWithLateCrGivenUp", "\033QA" + std::string(50, 'x') + "\r",
+     Unknown("1B 51 41") + Screen(std::string(20, 'x'), std::string(20, 'x'), 1, 1)},
     {"EscQOtherRow", "\x1BQC", Unknown("1B 51 43") + Screen(kBlank, kBlank, 1, 1)},
     {"CursorHidden", "\x1B_\x00"s, Screen(kBlank, kBlank, 1, 1, false)},
     {"CursorShownAgain", "\x1B_\x00\x1B_\x01"s, Screen(kBlank, kBlank, 1, 1)},
@@ -226,6 +268,10 @@ const DecoderCase kDisplayCases[] = {
     {"UnknownEscBracket", "A\x1B[ZB", Unknown("1B 5B 5A") + Screen(Row("AB"), kBlank, 1, 3)},
     {"UnknownUs", "A\x1F@B", Unknown("1F 40") + Screen(Row("AB"), kBlank, 1, 3)},
     {"UnknownControlByte", "A\001B", Unknown("01") + Screen(Row("AB"), kBlank, 1, 3)},
+    {"UnknownRunsApart", "\001\002B\003",
+     Unknown("01 02") + Unknown("03") + Screen(Row("B"), kBlank, 1, 2)},
+    {"NulFloodIsOneEvent", std::string(100, '\0'),
+     Unknown(Zeros(64), 36) + Screen(kBlank, kBlank, 1, 1)},
 };
 
 class DisplayDecoderTest : public ::testing::TestWithParam<DecoderCase> {};
@@ -233,6 +279,7 @@ class DisplayDecoderTest : public ::testing::TestWithParam<DecoderCase> {};
 TEST_P(DisplayDecoderTest, DecodesTheSameWholeOrCutAtAnyByte) {
     const DecoderCase& c = GetParam();
     EXPECT_EQ(DisplayRun(c.bytes), c.events);
+    EXPECT_EQ(DisplayRun(c.bytes, kByteByByte), c.events) << "byte by byte";
     for (std::size_t cut = 1; cut < c.bytes.size(); ++cut)
         EXPECT_EQ(DisplayRun(c.bytes, cut), c.events) << "cut after byte " << cut;
 }

@@ -1,23 +1,28 @@
 #include "tests/support/temp_dir.h"
 
 #include <gtest/gtest.h>
-#include <stdlib.h>
-#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <random>
 #include <stdexcept>
 
 namespace lumbra::test {
 namespace fs = std::filesystem;
 
+// A folder of a new random name: creating it fails when the name is taken, so two test programs
+// running side by side never share one.
 TempDir::TempDir() {
-    std::string pattern = ::testing::TempDir();
-    if (pattern.empty() || pattern.back() != '/') pattern += '/';
-    pattern += "lumbra-XXXXXX";
-    path_ = pattern;
-    if (::mkdtemp(path_.data()) == nullptr) throw std::runtime_error("cannot create " + pattern);
+    std::string base = ::testing::TempDir();
+    if (base.empty() || (base.back() != '/' && base.back() != '\\')) base += '/';
+    static std::mt19937_64 random{std::random_device{}()};
+    for (int attempt = 0; attempt < 100; ++attempt) {
+        path_ = base + "lumbra-" + std::to_string(random() % 1000000000000ULL);
+        std::error_code ec;
+        if (fs::create_directory(path_, ec)) return;
+    }
+    throw std::runtime_error("cannot create a folder in " + base);
 }
 
 TempDir::~TempDir() {

@@ -15,10 +15,14 @@ class TempDir {
     TempDir(const TempDir&) = delete;
     TempDir& operator=(const TempDir&) = delete;
 
-    // The folder, without a trailing "/".
+    // The folder, without a trailing separator.
     const std::string& path() const { return path_; }
-    // The path of name inside the folder.
-    std::string file(std::string_view name) const { return path_ + "/" + std::string(name); }
+    // The path of name inside the folder, joined by the host's own separator as the program joins
+    // its paths ("\" on Windows).
+    std::string file(std::string_view name) const {
+        return path_ + static_cast<char>(std::filesystem::path::preferred_separator) +
+               std::string(name);
+    }
     // Creates (or replaces) name with exactly these bytes.
     void write(std::string_view name, std::string_view bytes) const;
     // The bytes of name; "" when it cannot be read.

@@ -1,21 +1,18 @@
-// The pieces of lumbractl on their own: the command line split between the engine and the tool,
-// the choice of a row, the access check of portas, what is said about the parameter file.
+// The pieces of lumbractl on their own, the same on every host: the command line split between
+// the engine and the tool, the choice of a row, the text of arguments, what is said about the
+// parameter file's contents.
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <string>
 #include <vector>
 
 #include "app/LumbraGb.h"
-#include "tests/support/pty_pair.h"
 #include "tests/support/temp_dir.h"
-#include "tests/support/unprivileged.h"
 #include "tools/parameter_file_check.h"
 #include "tools/row_choice.h"
-#include "tools/serial_port_list.h"
 #include "tools/tool_args.h"
+#include "tools/tool_text.h"
 
 namespace lumbra::ctl {
 namespace {
@@ -100,50 +97,29 @@ TEST(LumbractlRowChoice, ByNumberFromOneOrByExactName) {
         EXPECT_EQ(ChooseRow(Rows(c.names), c.wanted), c.row) << "\"" << c.wanted << "\"";
 }
 
-TEST(LumbractlPortAccess, SaysWhoMayOpenTheDevice) {
-    test::PtyPair pty;
-    EXPECT_EQ(PortAccess(pty.slavePath()), "pode abrir");
-    EXPECT_EQ(PortAccess("/nada/tty").rfind("n\xE3o pode abrir: ", 0), 0u);
-
-    // A device of the group "dialout" (or whichever group the file gets), readable by its group
-    // only, seen by an ordinary user.
-    test::TempDir dir;
-    ::chmod(dir.path().c_str(), 0755);
-    dir.write("tty", "");
-    const std::string tty = dir.file("tty");
-    ::chmod(tty.c_str(), 0660);
-    const int groupOnly = test::RunUnprivileged(
-        [&] { return PortAccess(tty).rfind("sem permiss\xE3o: junte-se ao grupo \"", 0) == 0; });
-    ::chmod(tty.c_str(), 0600);
-    const int ownerOnly = test::RunUnprivileged([&] {
-        return PortAccess(tty) == "sem permiss\xE3o: s\xF3 o dono do dispositivo o pode abrir";
-    });
-    if (groupOnly == test::kCannotDropRoot) GTEST_SKIP() << "cannot give up root";
-    EXPECT_EQ(groupOnly, 1);
-    EXPECT_EQ(ownerOnly, 1);
-}
-
-TEST(LumbractlParameterFile, SaysWhyAFileCannotBeRead) {
-    test::TempDir dir;
-    ::chmod(dir.path().c_str(), 0755);
-    dir.write("ok.par", "x");
-    dir.write("fechado.par", "x");
-    ::chmod(dir.file("fechado.par").c_str(), 0200);
+// An argument reaches the devices in Windows-1252 or not at all; what cannot is named by code
+// point, and bytes that are not UTF-8 stand for U+FFFD.
+TEST(LumbractlArgumentText, EncodesWindows1252OrNamesWhatItCannot) {
     const struct {
-        std::string path, reason;
+        std::string utf8;
+        bool whole;
+        std::string bytes, unencodable;
     } cases[] = {
-        {dir.file("ok.par"), ""},
-        {dir.file("falta.par"), "n\xE3o existe"},
-        {dir.path(), "\xE9 uma pasta"},
-        {"/dev/zero", "\xE9 um dispositivo, n\xE3o um ficheiro"},
+        {"Ol\xC3\xA1 \xE2\x82\xAC\xC5\xB8\xC2\x81", true, "Ol\xE1 \x80\x9F\x81", ""},
+        {"a\xE2\x86\x92\xF0\x9F\x98\x80", false, "", "U+2192 U+1F600"},
+        {"\xE9", false, "", "U+FFFD"},                        // Windows-1252 itself is no UTF-8
+        {"\xC0\xAF", false, "", "U+FFFD U+FFFD"},             // an overlong "/"
+        {"\xED\xA0\x80", false, "", "U+FFFD U+FFFD U+FFFD"},  // half of a surrogate pair
+        {"\xE2\x82", false, "", "U+FFFD U+FFFD"},             // cut short
     };
-    for (const auto& c : cases)
-        EXPECT_EQ(UnreadableReason(c.path), c.reason) << c.path;
-
-    const int refused = test::RunUnprivileged(
-        [&] { return UnreadableReason(dir.file("fechado.par")) == "sem permiss\xE3o de leitura"; });
-    if (refused == test::kCannotDropRoot) GTEST_SKIP() << "cannot give up root";
-    EXPECT_EQ(refused, 1);
+    for (const auto& c : cases) {
+        std::string bytes;
+        EXPECT_EQ(ArgumentToCp1252(c.utf8, bytes), c.whole) << c.utf8;
+        if (c.whole) {
+            EXPECT_EQ(bytes, c.bytes);
+        }
+        EXPECT_EQ(UnencodableCharacters(c.utf8), c.unencodable) << c.utf8;
+    }
 }
 
 TEST(LumbractlParameterFile, CountsOverlongLinesAndTellsUtf8FromWindows1252) {
@@ -168,7 +144,6 @@ TEST(LumbractlParameterFile, CountsOverlongLinesAndTellsUtf8FromWindows1252) {
         EXPECT_EQ(scan.longLines, c.longLines) << c.bytes.substr(0, 20);
         EXPECT_EQ(scan.utf8, c.utf8) << c.bytes.substr(0, 20);
     }
-    EXPECT_FALSE(ScanParameterFile("/dev/zero").utf8);  // never read: not a regular file
 }
 
 }  // namespace

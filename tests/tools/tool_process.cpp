@@ -3,17 +3,19 @@
 #include <signal.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
 #include <cstdlib>
+#include <filesystem>
 
 #include "tests/tools/tool_fixture.h"
 
 namespace lumbra::test {
 
-ToolProcess::ToolProcess(const std::vector<std::string>& args, int stdoutPipeSize) {
+ToolProcess::ToolProcess(const Strings& args, int stdoutPipeSize, const ToolTarget& target) {
     int out[2];
     int err[2];
     if (::pipe2(out, O_CLOEXEC) != 0 || ::pipe2(err, O_CLOEXEC) != 0) {
@@ -21,8 +23,7 @@ ToolProcess::ToolProcess(const std::vector<std::string>& args, int stdoutPipeSiz
         return;
     }
     if (stdoutPipeSize > 0) ::fcntl(out[1], F_SETPIPE_SZ, stdoutPipeSize);
-    std::vector<std::string> words = {LUMBRACTL_PATH};
-    words.insert(words.end(), args.begin(), args.end());
+    Strings words = target.commandLine(args);
     std::vector<char*> argv;
     for (std::string& w : words)
         argv.push_back(w.data());
@@ -35,7 +36,7 @@ ToolProcess::ToolProcess(const std::vector<std::string>& args, int stdoutPipeSiz
         ::setenv("LC_ALL", "C.UTF-8", 1);
         const int in = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
         if (::dup2(in, 0) < 0 || ::dup2(out[1], 1) < 0 || ::dup2(err[1], 2) < 0) ::_exit(126);
-        ::execv(LUMBRACTL_PATH, argv.data());
+        ::execv(argv[0], argv.data());
         ::_exit(127);
     }
     if (pid_ < 0) ADD_FAILURE() << "no fork";
@@ -52,6 +53,15 @@ ToolProcess::~ToolProcess() {
     }
     if (out_ >= 0) ::close(out_);
     if (err_ >= 0) ::close(err_);
+}
+
+bool ToolProcess::holds(const std::string& path) const {
+    std::error_code ec;
+    const std::string fds = "/proc/" + std::to_string(pid_) + "/fd";
+    for (const auto& fd : std::filesystem::directory_iterator(fds, ec)) {
+        if (std::filesystem::read_symlink(fd.path(), ec) == path) return true;
+    }
+    return false;
 }
 
 std::string ToolProcess::readLine(std::chrono::milliseconds limit) {
@@ -98,6 +108,15 @@ ToolRun ToolProcess::finish() {
     run.peakKb = usage.ru_maxrss;
     run.status = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
     return run;
+}
+
+unsigned LineSpeed(const std::string& slavePath) {
+    const int fd = ::open(slavePath.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+    if (fd < 0) return 0;
+    termios settings{};
+    const bool known = ::tcgetattr(fd, &settings) == 0;
+    ::close(fd);
+    return known ? static_cast<unsigned>(::cfgetospeed(&settings)) : 0;
 }
 
 }  // namespace lumbra::test

@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QListWidget>
+#include <QTextDocument>
 #include <functional>
 #include <string>
 
@@ -61,6 +62,41 @@ TEST(SimulatorWindowTest, ShowsWhatTheSenderWroteToEachDevice) {
     ASSERT_TRUE(
         Within([&] { return window.displayView().screen().lines[1] == "Obrigado pela visita"; }));
     EXPECT_EQ(window.displayView().screen().lines[0], "Bem-vindo!          ");
+}
+
+// A device fed without end keeps the newest lines on its paper and in its messages only.
+TEST(SimulatorWindowTest, PaperAndMessagesKeepTheirLastLines) {
+    auto printer = std::make_unique<VirtualDevice>(Device::Printer, LineSettings{});
+    auto display = std::make_unique<VirtualDevice>(Device::Display, LineSettings{});
+    const VirtualDevice& p = *printer;
+    const VirtualDevice& d = *display;
+    SimulatorWindow window(std::move(printer), 1, std::move(display), 2);
+    const int sent = kHistoryLines + 100;
+    std::string lines;
+    std::string unknown;
+    for (int i = 1; i <= sent; ++i) {
+        lines += std::to_string(i) + "\n";
+        unknown += "\x01Z";
+    }
+    Send(p, lines);
+    Send(d, unknown + std::string(100, '\0'));
+    ASSERT_TRUE(Within([&] {
+        return window.paperView().printedLines() == sent &&
+               window.messages().count() == kHistoryLines &&
+               window.messages()
+                   .item(kHistoryLines - 1)
+                   ->text()
+                   .startsWith(QStringLiteral("display: comando desconhecido: 00 00"));
+    })) << window.paperView().printedLines()
+        << " lines, " << window.messages().count() << " messages";
+    EXPECT_EQ(window.paperView().document()->blockCount(), kPaperLines);
+    EXPECT_TRUE(window.paperView().toPlainText().startsWith(QStringLiteral("101\n")));
+    EXPECT_EQ(window.messages().item(0)->text().toStdString(), "display: comando desconhecido: 01");
+    std::string zeros;
+    for (int i = 0; i < 64; ++i)
+        zeros += i == 0 ? "00" : " 00";
+    EXPECT_EQ(window.messages().item(kHistoryLines - 1)->text().toStdString(),
+              "display: comando desconhecido: " + zeros + " e mais 36 bytes");
 }
 
 }  // namespace

@@ -125,9 +125,10 @@ TEST_F(TextFilesTest, FicAbrErrorModesDecideBoxAndEnd) {
     const std::tuple<std::int16_t, bool, bool> cases[] = {
         {0, false, false}, {1, false, true}, {2, true, false}, {3, true, true}};
     const std::string fic = tmp.file("Lumbra.par");
-    const test::RecordedBox box{"Erro a abrir ficheiro",
-                                "Erro : 53   File not found\r\nFicheiro :" + fic + "   (LER)",
-                                platform::MsgIcon::Critical};
+    const test::RecordedBox box{
+        "Erro a abrir ficheiro",
+        "Erro : 53   " + platform::ErrDescription(53) + "\r\nFicheiro :" + fic + "   (LER)",
+        platform::MsgIcon::Critical};
     for (const auto& [mode, shows, ends] : cases) {
         sink.clear();
         ASSERT_EQ(platform::FileOpen(5, tmp.file("other"), platform::FileMode::Output), 0);

@@ -1,0 +1,87 @@
+// The serial line on Linux: the character format in the terminal driver's flags, the device each
+// port names by itself, and why a device node cannot serve.
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "channels/posix/device_access.h"
+#include "channels/posix/line_format.h"
+#include "channels/serial_device.h"
+#include "tests/support/pty_pair.h"
+#include "tests/support/temp_dir.h"
+#include "tests/support/unprivileged.h"
+
+namespace lumbra {
+namespace {
+
+using P = SerialParity;
+using S = SerialStopBits;
+
+// Everything the format does not own survives in the driver's flags; flow control goes. A
+// pseudo-terminal need only keep the stop bits.
+TEST(LineFormatTest, PutsDataBitsParityAndStopBitsIntoTheDriverFlags) {
+    const struct {
+        SerialSettings settings;
+        tcflag_t cflag;
+        bool parityCheck;
+    } cases[] = {{{9600, P::None, 8, S::One}, CS8, false},
+                 {{9600, P::Even, 7, S::One}, CS7 | PARENB, true},
+                 {{9600, P::Odd, 7, S::Two}, CS7 | PARENB | PARODD | CSTOPB, true},
+                 {{9600, P::Mark, 8, S::One}, CS8 | PARENB | CMSPAR | PARODD, true},
+                 {{9600, P::Space, 6, S::Two}, CS6 | PARENB | CMSPAR | CSTOPB, true},
+                 {{9600, P::None, 5, S::OneAndHalf}, CS5 | CSTOPB, false}};
+    const tcflag_t format = CSIZE | PARENB | PARODD | CMSPAR | CSTOPB | CRTSCTS;
+    for (const auto& c : cases) {
+        termios tio{};
+        tio.c_cflag = CS8 | PARENB | PARODD | CSTOPB | CRTSCTS | CREAD | CLOCAL | B19200;
+        tio.c_iflag = IXON | IXOFF | IGNPAR | INPCK;
+        SetLineFormat(tio, c.settings);
+        EXPECT_EQ(tio.c_cflag & format, c.cflag);
+        EXPECT_EQ(tio.c_cflag & ~format, tcflag_t{CREAD | CLOCAL | B19200});
+        EXPECT_EQ(tio.c_iflag, tcflag_t{IGNPAR} | (c.parityCheck ? tcflag_t{INPCK} : 0));
+        EXPECT_TRUE(LineFormatTaken(tio, c.settings, false));
+    }
+    const SerialSettings sevenEven{9600, P::Even, 7, S::Two};
+    termios forced{};
+    forced.c_cflag = CS8 | CSTOPB;
+    EXPECT_TRUE(LineFormatTaken(forced, sevenEven, true));
+    EXPECT_FALSE(LineFormatTaken(forced, sevenEven, false));
+    forced.c_cflag = CS8;
+    EXPECT_FALSE(LineFormatTaken(forced, sevenEven, true));
+}
+
+TEST(SerialDeviceTest, APortNamesItsSerialDeviceByItself) {
+    EXPECT_EQ(DefaultSerialDevice(1), "/dev/ttyS0");
+    EXPECT_EQ(DefaultSerialDevice(9), "/dev/ttyS8");
+}
+
+// Says why a device node cannot be used; a user without the rights is told the group to join.
+TEST(SerialDeviceTest, SaysWhyADeviceNodeCannotBeUsed) {
+    test::TempDir dir;
+    dir.write("plain", "x");
+    test::PtyPair pty;
+    const std::string path = pty.slavePath();
+    const std::pair<std::string, std::string> cases[] = {
+        {dir.file("none"), " n\xE3o existe"},
+        {dir.file("plain"), " n\xE3o \xE9 um dispositivo s\xE9rie"}};
+    for (const auto& [device, why] : cases)
+        EXPECT_EQ(DeviceAccessProblem(3, device), "Porta 3 (" + device + ")" + why);
+    EXPECT_EQ(DeviceAccessProblem(1, path), "");
+
+    if (::geteuid() != 0) GTEST_SKIP() << "giving the device to root needs root";
+    ASSERT_EQ(::chown(path.c_str(), 0, 0), 0);
+    const std::pair<mode_t, std::string> rights[] = {
+        {0660, ") sem permiss\xE3o: o utilizador tem de estar no grupo \"root\""},
+        {0600, ") sem permiss\xE3o: s\xF3 o dono \"root\" a pode usar"}};
+    for (const auto& [mode, why] : rights) {
+        ASSERT_EQ(::chmod(path.c_str(), mode), 0);
+        const std::string want = "Porta 1 (" + path + why;
+        const int result =
+            test::RunUnprivileged([&] { return DeviceAccessProblem(1, path) == want ? 0 : 1; });
+        if (result == test::kCannotDropRoot) GTEST_SKIP() << "cannot run as an ordinary user";
+        EXPECT_EQ(result, 0) << want;
+    }
+}
+
+}  // namespace
+}  // namespace lumbra

@@ -1,0 +1,158 @@
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <csignal>
+#include <string>
+#include <thread>
+
+#include "platform/file_handles.h"
+#include "platform/stop_signals.h"
+#include "platform/write_stall.h"
+
+namespace lumbra::platform {
+namespace {
+
+// A device that takes bytes only when the test reads them: the server end of a named pipe with
+// a small buffer, whose client end the program opens by name as it would a printer's.
+class PipeDevice {
+  public:
+    explicit PipeDevice(const std::string& which)
+        : name_("\\\\.\\pipe\\lumbra-" + std::to_string(::GetCurrentProcessId()) + "-" + which),
+          server_(::CreateNamedPipeA(name_.c_str(), PIPE_ACCESS_DUPLEX,
+                                     PIPE_TYPE_BYTE | PIPE_READMODE_BYTE | PIPE_WAIT, 1, 512, 512,
+                                     0, nullptr)) {}
+    ~PipeDevice() { ::CloseHandle(server_); }
+    PipeDevice(const PipeDevice&) = delete;
+    PipeDevice& operator=(const PipeDevice&) = delete;
+
+    const std::string& name() const { return name_; }
+    bool ready() const { return server_ != INVALID_HANDLE_VALUE; }
+    // Everything the device holds now.
+    std::string take() {
+        std::string bytes;
+        DWORD waiting = 0;
+        while (::PeekNamedPipe(server_, nullptr, 0, nullptr, &waiting, nullptr) != 0 &&
+               waiting > 0) {
+            std::string chunk(waiting, '\0');
+            DWORD got = 0;
+            if (::ReadFile(server_, chunk.data(), waiting, &got, nullptr) == 0) break;
+            bytes.append(chunk, 0, got);
+        }
+        return bytes;
+    }
+    // Reads until count bytes came, as a slow device takes them.
+    std::string read(std::size_t count) {
+        std::string bytes;
+        char chunk[100];
+        DWORD got = 0;
+        while (bytes.size() < count && ::ReadFile(server_, chunk, sizeof chunk, &got, nullptr) != 0)
+            bytes.append(chunk, got);
+        return bytes;
+    }
+
+  private:
+    std::string name_;
+    HANDLE server_;
+};
+
+// Console events reach every program on the console: the test takes a console of its own, so that
+// its Ctrl+C reaches nobody else (Wine, besides, delivers them only on a console the program made).
+bool OwnConsole() {
+    static const bool made = (::FreeConsole(), ::AllocConsole() != 0);
+    return made;
+}
+
+// What a technician's Ctrl+C does, and waits until the program has heard it.
+void PressCtrlC() {
+    ASSERT_TRUE(OwnConsole());
+    ASSERT_NE(::GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0), 0);
+    while (!StopRequested())
+        ::Sleep(1);
+}
+
+class DevicesTest : public ::testing::Test {
+  protected:
+    void SetUp() override { SetWriteStallLimit(std::chrono::milliseconds(300)); }
+    void TearDown() override {
+        FileCloseAll();
+        SetWriteStallLimit({});
+    }
+};
+
+// A device that stops taking bytes fails the write with "Device timeout", saying how far it got;
+// what it did not take is dropped, so the next write reaches it alone. A slow device is waited for.
+TEST_F(DevicesTest, AStalledDeviceTimesOutDroppingTheRestAndASlowOneIsNeverCutOff) {
+    PipeDevice device("stalled");
+    ASSERT_TRUE(device.ready());
+    ASSERT_EQ(FileOpen(1, device.name(), FileMode::Output), 0);
+    const std::string text(64 * 1024, 'x');
+    EXPECT_EQ(FileWrite(1, text, false), kErrDeviceTimeout);
+    EXPECT_TRUE(FileErrText(kErrDeviceTimeout)
+                    .starts_with(ErrDescription(kErrDeviceTimeout) +
+                                 ": a porta n\xE3o aceitou nenhum byte"))
+        << FileErrText(kErrDeviceTimeout);
+    const std::string taken = device.take();
+    EXPECT_LT(taken.size(), text.size());
+    EXPECT_TRUE(taken == std::string(taken.size(), 'x'));
+    EXPECT_EQ(FileWrite(1, "end", true), 0);
+    EXPECT_EQ(device.take(), "end\r\n");
+    // One that keeps taking them is never cut off, however long it takes.
+    std::string read;
+    std::thread reader([&] { read = device.read(text.size()); });
+    const std::int16_t err = FileWrite(1, text, false);
+    EXPECT_EQ(FileClose(1), 0);  // a reader still waiting then meets the end
+    reader.join();
+    EXPECT_EQ(err, 0);
+    EXPECT_TRUE(read == text) << read.size() << " bytes came";
+}
+
+// A stop asked from the console ends a wait for a device: a write after the grace, a read of a
+// pipe at its next step.
+TEST_F(DevicesTest, AStopFromTheConsoleEndsWritesAndReadsThatWait) {
+    SetWriteStallLimit(std::chrono::milliseconds(60000));
+    PipeDevice printer("printer");
+    PipeDevice silent("silent");
+    ASSERT_TRUE(printer.ready() && silent.ready());
+    ASSERT_EQ(FileOpen(1, printer.name(), FileMode::Output), 0);
+    ASSERT_EQ(FileOpen(2, silent.name(), FileMode::Input), 0);
+    // The open never waits for a partner: a pipe that has one already is busy.
+    EXPECT_EQ(FileOpen(3, silent.name(), FileMode::Input), kErrDeviceUnavailable);
+    const StopSignalCatcher catcher;
+    PressCtrlC();
+    EXPECT_EQ(FileWrite(1, std::string(64 * 1024, 'x'), false), kErrUserInterrupt);
+    std::string line = "old";
+    EXPECT_EQ(FileReadLine(2, line), kErrUserInterrupt);
+    EXPECT_EQ(line, "");
+}
+
+volatile LONG ownHandlerRan = 0;
+
+BOOL WINAPI OwnHandler(DWORD) {
+    ::InterlockedIncrement(&ownHandlerRan);
+    return TRUE;
+}
+
+// Ctrl+C is recorded as SIGINT is elsewhere; once the catcher goes, the handlers from before it
+// hear it again.
+TEST(StopSignalsTest, ACatcherRecordsCtrlCAndGivesTheHandlersBack) {
+    ASSERT_TRUE(OwnConsole());
+    ASSERT_NE(::SetConsoleCtrlHandler(OwnHandler, TRUE), 0);
+    {
+        const StopSignalCatcher catcher;
+        EXPECT_FALSE(StopRequested());
+        PressCtrlC();
+        EXPECT_EQ(StopSignal(), SIGINT);
+        EXPECT_EQ(StopSignalDescriptor(), -1);
+    }
+    EXPECT_EQ(ownHandlerRan, 0);
+    EXPECT_FALSE(StopRequested());
+    ASSERT_NE(::GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0), 0);
+    while (ownHandlerRan == 0)
+        ::Sleep(1);
+    ::SetConsoleCtrlHandler(OwnHandler, FALSE);
+}
+
+}  // namespace
+}  // namespace lumbra::platform

@@ -1,0 +1,151 @@
+// lumbractl.exe, the Windows program of the windows preset, run by Wine in the prefix of the
+// Windows tests. Its COM1 and COM2 are pointed at the test's pseudo-terminals in the prefix's
+// registry (which restarts the prefix's server, so only when they change); every other COM port
+// points at nothing, and so do COM1 and COM2 again when the program ends.
+
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+
+#include "tests/tools/tool_fixture.h"
+
+namespace lumbra::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string Setting(const char* name, const char* fallback) {
+    const char* value = std::getenv(name);
+    return value != nullptr && *value != '\0' ? value : fallback;
+}
+
+// Debian keeps the 64-bit Wine out of PATH unless a wrapper puts it there.
+std::string WineProgram() {
+    const std::string path = Setting("PATH", "/usr/bin:/bin");
+    for (std::size_t begin = 0; begin <= path.size();) {
+        const std::size_t end = std::min(path.find(':', begin), path.size());
+        const std::string candidate = path.substr(begin, end - begin) + "/wine64";
+        if (end > begin && ::access(candidate.c_str(), X_OK) == 0) return candidate;
+        begin = end + 1;
+    }
+    return "/usr/lib/wine/wine64";
+}
+
+// Runs a script of tests/support/wine with its output out of the test's way; its exit status.
+int RunWineScript(const std::string& script, const Strings& args) {
+    Strings words = {"/bin/bash", std::string(LUMBRA_SOURCE_DIR) + "/tests/support/wine/" + script};
+    words.insert(words.end(), args.begin(), args.end());
+    std::vector<char*> argv;
+    for (std::string& w : words)
+        argv.push_back(w.data());
+    argv.push_back(nullptr);
+    const pid_t pid = ::fork();
+    if (pid == 0) {
+        const int null = ::open("/dev/null", O_RDWR | O_CLOEXEC);
+        if (::dup2(null, 0) < 0 || ::dup2(null, 1) < 0 || ::dup2(null, 2) < 0) ::_exit(126);
+        ::execv(argv[0], argv.data());
+        ::_exit(127);
+    }
+    int status = 0;
+    if (pid < 0 || ::waitpid(pid, &status, 0) != pid) return -1;
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+class WineTarget : public ToolTarget {
+  public:
+    WineTarget()
+        : wine_(WineProgram()),
+          exe_(Setting("LUMBRACTL_EXE", LUMBRACTL_EXE)),
+          prefix_(Setting("LUMBRA_WINE_PREFIX", LUMBRA_WINE_PREFIX)) {
+        ::setenv("WINEPREFIX", prefix_.c_str(), 1);
+        ::setenv("WINEDEBUG", "-all", 1);
+    }
+
+    const std::string& exe() const { return exe_; }
+    const std::string& prefix() const { return prefix_; }
+    // Points every COM port of the prefix at nothing.
+    void detachPorts() {
+        if (!attached_.empty()) {
+            EXPECT_EQ(RunWineScript("wine_ports.sh", {prefix_}), 0);
+        }
+        attached_.clear();
+    }
+
+    Strings commandLine(const Strings& args) const override {
+        Strings words = {wine_, exe_};
+        words.insert(words.end(), args.begin(), args.end());
+        return words;
+    }
+    // Wine shows the root of this machine as drive Z.
+    std::string fileName(const std::string& hostPath) const override {
+        std::string name = "Z:" + fs::weakly_canonical(fs::path(hostPath)).string();
+        for (char& c : name) {
+            if (c == '/') c = '\\';
+        }
+        return name;
+    }
+    Strings attachPorts(const std::string& com1, const std::string& com2) override {
+        const Strings pairs = {"COM1=" + com1, "COM2=" + com2};
+        if (pairs != attached_) {
+            Strings args = {prefix_};
+            args.insert(args.end(), pairs.begin(), pairs.end());
+            EXPECT_EQ(RunWineScript("wine_ports.sh", args), 0) << "cannot map the ports";
+            attached_ = pairs;
+        }
+        return {};
+    }
+    Strings missingCom3() const override { return {}; }
+    std::string missingCom3Error() const override {
+        return "Porta 3 (COM3) n\xC3\xA3o pode ser aberta: Dispositivo indispon\xC3\xADvel";
+    }
+    std::string com1AsFile(const std::string&) const override { return "COM1"; }
+    // Wine hands SIGINT to the program as the console's Ctrl+C; SIGTERM would end it unasked.
+    int stopSignal() const override { return SIGINT; }
+    // The process has gone, and every handle of Windows with it.
+    void expectReleased(const std::string&) const override {}
+    // The peak is Wine's loader and libraries as much as the program.
+    bool measuresMemory() const override { return false; }
+
+  private:
+    std::string wine_;
+    std::string exe_;
+    std::string prefix_;
+    Strings attached_;
+};
+
+WineTarget& Wine() {
+    static WineTarget target;
+    return target;
+}
+
+// Before any test: the program must have been built; after the last: no port points at a
+// pseudo-terminal that is gone.
+class WineEnvironment : public ::testing::Environment {
+  public:
+    void SetUp() override {
+        ASSERT_TRUE(fs::exists(Wine().exe()))
+            << Wine().exe() << " is missing: build the windows preset first";
+        ASSERT_EQ(RunWineScript("wine_prefix.sh", {Wine().prefix()}), 0)
+            << "no Wine prefix at " << Wine().prefix();
+    }
+    void TearDown() override { Wine().detachPorts(); }
+};
+
+[[maybe_unused]] ::testing::Environment* const environment =
+    ::testing::AddGlobalTestEnvironment(new WineEnvironment);
+
+}  // namespace
+
+ToolTarget& WineTool() {
+    return Wine();
+}
+
+ToolTarget& Tool() {
+    return Wine();
+}
+
+}  // namespace lumbra::test
