@@ -146,24 +146,23 @@ TEST_F(ChannelTest, FileFailuresAreShownUnderTheirFunction) {
     EXPECT_TRUE(reports.empty());
 }
 
-// A port number or settings text the control cannot take is kept by the control and reported by
-// the open, before any device is touched; the write and the close after it find the port closed.
-TEST_F(ChannelTest, APortOrSettingsTheControlCannotTakeAreReportedByTheOpen) {
-    const struct {
-        Variant porta;
-        const char* par;
-        std::string error;
-    } cases[] = {
-        {Variant(std::int16_t{12}), "9600,n,8,1", "N\xFAmero de porta 12 fora de 1..9"},
-        {"COM3", "",
-         "Configura\xE7\xE3o inv\xE1lida \"\": use velocidade,paridade,dados,paragem como "
-         "9600,n,8,1"},
-        {"COM3", "9601,n,8,1",
-         "Velocidade 9601 n\xE3o suportada: use 110, 300, 600, 1200, 2400, 4800, 9600, 14400, "
-         "19200, 28800, 38400, 56000, 57600, 115200, 128000 ou 256000"}};
+// A port the control or the device cannot take is reported by the open, settings before any
+// device is touched; the write and the close after it find the port closed.
+TEST_F(ChannelTest, APortThatCannotOpenIsReportedByTheOpen) {
+    std::vector<test::OpenRefusal> cases = test::HostOpenRefusals(dir);
+    cases.insert(
+        cases.end(),
+        {{Variant(std::int16_t{12}), "", "9600,n,8,1", "N\xFAmero de porta 12 fora de 1..9"},
+         {"COM3", "", "",
+          "Configura\xE7\xE3o inv\xE1lida \"\": use velocidade,paridade,dados,paragem como "
+          "9600,n,8,1"},
+         {"COM3", "", "9601,n,8,1",
+          "Velocidade 9601 n\xE3o suportada: use 110, 300, 600, 1200, 2400, 4800, 9600, 14400, "
+          "19200, 28800, 38400, 56000, 57600, 115200, 128000 ou 256000"}});
     for (const auto& c : cases) {
         SCOPED_TRACE(c.error);
         boxes.clear();
+        if (!c.device.empty()) test::MapPorts({{2, c.device}});
         CanPserPrp(1, c.porta, c.par);
         CanPserAbr(1);
         CanPserEsc(1, "x");

@@ -42,7 +42,7 @@ class ChannelTest : public ::testing::Test {
         MapPorts({});
         platform::FileCloseAll();
     }
-    // Prepares file channel 1, opens it, writes tx and closes it again.
+    // Prepares, opens, writes and closes file channel 1.
     void writeOnce(const std::string& modo, const std::string& path, const std::string& tx,
                    std::int16_t nl = 0) {
         CanFicPrp(1, modo, path, "");
@@ -54,5 +54,16 @@ class ChannelTest : public ::testing::Test {
     TempDir dir;
     std::vector<std::string> reports;  // "channel name:bytes", one per write that went out
 };
+
+// A port the open refuses: what the channel names, the device given for port 2 ("" for its own),
+// the settings, and the reason the box gives.
+struct OpenRefusal {
+    Variant porta;
+    std::string device;
+    const char* par;
+    std::string error;
+};
+// The refusals of this system's devices, next to its own tests.
+std::vector<OpenRefusal> HostOpenRefusals(const TempDir& dir);
 
 }  // namespace lumbra::test

@@ -58,15 +58,21 @@ TEST(SerialSettingsTest, DeviceRefusesWhatALineCannotCarry) {
 
 // Without its switch a port names the system's own device for it.
 TEST(SerialDeviceTest, PortNumberNamesTheDeviceGivenOnTheCommandLineOrItsOwn) {
+#ifdef _WIN32
+    const std::string own1 = "COM1", own3 = "COM3", own9 = "COM9";
+#else
+    const std::string own1 = "/dev/ttyS0", own3 = "/dev/ttyS2", own9 = "/dev/ttyS8";
+#endif
     const struct {
         std::int16_t port;
         const char* commandLine;
         std::string path;
-    } cases[] = {{1, "", DefaultSerialDevice(1)},
+    } cases[] = {{1, "", own1},
+                 {9, "", own9},
                  {2, "-com2 /dev/pts/7 -COM1 \\\\.\\COM12", "/dev/pts/7"},
                  {1, "-com2 /dev/pts/7 -COM1 \\\\.\\COM12", "\\\\.\\COM12"},
-                 {1, "-COM12 /dev/x", DefaultSerialDevice(1)},
-                 {3, "-COM3", DefaultSerialDevice(3)}};
+                 {1, "-COM12 /dev/x", own1},
+                 {3, "-COM3", own3}};
     for (const auto& c : cases)
         EXPECT_EQ(SerialDevicePath(c.port, c.commandLine), c.path) << c.commandLine;
 }

@@ -10,13 +10,11 @@ namespace lumbra::test {
 
 class PtyPair {
   public:
-    // Fails the current test when no pair can be made.
-    PtyPair();
+    PtyPair();  // fails the current test when no pair can be made
     ~PtyPair() { closeMaster(); }
     PtyPair(const PtyPair&) = delete;
     PtyPair& operator=(const PtyPair&) = delete;
 
-    // "/dev/pts/N".
     const std::string& slavePath() const { return slavePath_; }
 
     // Everything that arrives until nothing more comes for 200 ms.

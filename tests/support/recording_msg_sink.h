@@ -33,14 +33,12 @@ class RecordingMsgSink : public platform::MsgSink {
     void show(const std::string& title, const std::string& text, platform::MsgIcon icon) override {
         boxes_.push_back({title, text, icon});
     }
-    // Records status, then throws platform::ProgramEnded{status}.
     [[noreturn]] void endProgram(int status) override {
         endings_.push_back(status);
         throw platform::ProgramEnded{status};
     }
 
     const std::vector<RecordedBox>& boxes() const { return boxes_; }
-    // The statuses of every end of the program asked for, in order.
     const std::vector<int>& endings() const { return endings_; }
     void clear() { boxes_.clear(), endings_.clear(); }
 

@@ -1,6 +1,5 @@
 #pragma once
-// A real folder for one test, under the test run's temporary folder, removed with everything in it
-// when the object goes.
+// A real folder for one test, removed with everything in it when the object goes.
 
 #include <filesystem>
 #include <string>
@@ -23,7 +22,7 @@ class TempDir {
         return path_ + static_cast<char>(std::filesystem::path::preferred_separator) +
                std::string(name);
     }
-    // Creates (or replaces) name with exactly these bytes.
+    // Creates or replaces name with exactly these bytes.
     void write(std::string_view name, std::string_view bytes) const;
     // The bytes of name; "" when it cannot be read.
     std::string read(std::string_view name) const;
@@ -36,7 +35,7 @@ class TempDir {
     std::string path_;
 };
 
-// Makes dir the current folder while the object lives, for tests of relative paths.
+// dir is the current folder while the object lives.
 class ScopedCurrentDir {
   public:
     explicit ScopedCurrentDir(const std::string& dir)

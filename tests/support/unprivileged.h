@@ -1,7 +1,5 @@
 #pragma once
-// Runs a check as an ordinary user. Root is allowed to write files whatever their permissions say,
-// so a test of a refused write, run as root, does its work in a child process that has given up
-// root first.
+// Runs a check as an ordinary user: root may write files whatever their permissions say.
 
 #include <grp.h>
 #include <sys/wait.h>
@@ -12,7 +10,7 @@
 
 namespace lumbra::test {
 
-// The exit code for "could not give up root": the caller skips its test.
+// "Could not give up root": the caller skips its test.
 inline constexpr int kCannotDropRoot = 125;
 
 // The value check returns (0..255); run in a child as the user "nobody" (65534) when this process

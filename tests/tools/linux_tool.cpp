@@ -1,4 +1,4 @@
-// lumbractl as built for this machine, started directly.
+// The Linux test program runs the Linux lumbractl.
 
 #include <signal.h>
 #include <unistd.h>
@@ -36,7 +36,7 @@ class LinuxTarget : public ToolTarget {
 
 }  // namespace
 
-ToolTarget& LinuxTool() {
+ToolTarget& Tool() {
     static LinuxTarget target;
     return target;
 }

@@ -1,6 +1,5 @@
-// A real lumbractl run as a child process, the Linux program or the Windows one under Wine (see
-// tool_fixture.h): one path per command to a pseudo-terminal or a file, every exit status with
-// what it says, the listing, the cycle and its stop, and Ctrl+C during a send.
+// A real lumbractl, the Linux program or the Windows one under Wine: each command's bytes on a
+// pseudo-terminal or a file, every exit status with what it says, the cycle and its stop, Ctrl+C.
 
 #include <signal.h>
 #include <termios.h>
@@ -33,8 +32,6 @@ std::string CycleBytes() {
 
 class Lumbractl : public LumbractlFixture {};
 
-// Each device command sends exactly the window's bytes at the row's speed, and reports them with
-// --bytes.
 TEST_F(Lumbractl, EachCommandSendsTheWindowsBytesToItsPort) {
     const struct {
         Strings args;
@@ -44,6 +41,11 @@ TEST_F(Lumbractl, EachCommandSendsTheWindowsBytesToItsPort) {
     } cases[] = {
         {{"teste"}, 1, "Teste de liga\xE7\xE3o\r\n", B9600},  // the first row, the preset text
         {{"abrir", "--porta", "2", "--modo", "Pino 5"}, 2, "\x1Bp\x01\x19\xFA", B19200},
+        // A "+" between quotes goes too.
+        {{"abrir", "--modo", "Estranho"},
+         1,
+         std::string("\x1Bp\0abSauda\xE7\xE3o\xFF\x80", 15),
+         B9600},
         {{"executar", "--comando", "Sauda\xC3\xA7\xC3\xA3o"}, 2, "\x0COl\xE1!\r\n", B9600},
         // Typed text goes out in Windows-1252 and is not decoded.
         {{"mostrar", "--display", "2", "--texto", "Ol\xC3\xA1 chr$(12) \xE2\x82\xAC"},
@@ -63,7 +65,6 @@ TEST_F(Lumbractl, EachCommandSendsTheWindowsBytesToItsPort) {
         if (c.port != 0) {
             EXPECT_EQ(LineSpeed(pty.slavePath()), c.speed) << c.args[0];
         }
-        // The report's exact form is shown by the cycle below.
         const std::string channel =
             c.port == 0 ? name("display.txt") : "COM" + std::to_string(c.port);
         EXPECT_EQ(run.out.rfind(channel + ": ", 0), 0u) << run.out;
@@ -71,7 +72,7 @@ TEST_F(Lumbractl, EachCommandSendsTheWindowsBytesToItsPort) {
     }
 }
 
-TEST_F(Lumbractl, EachFailureEndsWithItsStatusAndSaysWhyOnStandardError) {
+TEST_F(Lumbractl, EachStatusSaysWhyOnStandardError) {
     const std::string usage =
         "Uso: lumbractl [-FP FICHEIRO] [-COMn DISPOSITIVO]... COMANDO [OP\xC3\x87\xC3\x95"
         "ES]\n";
@@ -80,8 +81,9 @@ TEST_F(Lumbractl, EachFailureEndsWithItsStatusAndSaysWhyOnStandardError) {
     const struct {
         Strings args;
         int status;
-        std::string errStart, errEnd;
+        std::string errStart, errEnd, out = "";
     } cases[] = {
+        {{"converter", "--hex=8000"}, 0, "", "", "-32768\n"},  // needs no parameter file
         // Each stage of the channel reports its box as a title line and a text line; a box stops
         // the cycle.
         {Args(missing), 1,
@@ -106,7 +108,7 @@ TEST_F(Lumbractl, EachFailureEndsWithItsStatusAndSaysWhyOnStandardError) {
         EXPECT_EQ(run.status, c.status) << run.err;
         EXPECT_EQ(run.err.substr(0, c.errStart.size()), c.errStart);
         EXPECT_TRUE(run.err.ends_with(c.errEnd)) << run.err;
-        EXPECT_EQ(run.out, "");
+        EXPECT_EQ(run.out, c.out);
     }
     EXPECT_EQ(com1.readAvailable() + com2.readAvailable(), "");
 }
@@ -146,49 +148,20 @@ TEST_F(Lumbractl, AnEmptyZoneSelectsNoRowAsTheWindowsEmptyListDoes) {
     EXPECT_EQ(named.err.rfind("lumbractl: a zona GAV n\xC3\xA3o tem linhas configuradas\n", 0), 0u);
 }
 
-TEST(LumbractlAlone, ConverterAndHelpNeedNoParameterFile) {
-    const ToolRun hex = RunTool({"converter", "--hex=8000"});
-    EXPECT_EQ(hex.status, 0);
-    EXPECT_EQ(hex.out, "-32768\n");
-    const ToolRun tool = RunTool({"--help"});
-    EXPECT_EQ(tool.status, 0);
-    EXPECT_EQ(tool.out.rfind("Uso: lumbractl [-FP FICHEIRO] [-COMn DISPOSITIVO]... COMANDO", 0),
-              0u);
-}
-
-// The rows of the four zones in UTF-8, each value written so that, pasted back as
-// "name [kind]=value" under its zone, it reads back to the same bytes.
-TEST(LumbractlListar, ListsTheSampleAndWritesAwkwardValuesSoThatTheyReadBack) {
-    const ToolRun run =
-        RunTool({"-FP", Tool().fileName(std::string(LUMBRA_SOURCE_DIR) + "/examples/Lumbra.par"),
-                 "listar"});
-    EXPECT_EQ(run.status, 0) << run.err;
-    EXPECT_EQ(run.err, "");
-    EXPECT_EQ(run.out,
-              "LIG\t1\tImpressora s\xC3\xA9rie\tSER\tCOM1,9600,n,8,1\n"
-              "LIG\t2\tFicheiro de teste\tFIC\t/tmp/lumbra-impressora.txt\n"
-              "LIG\t3\tImpressora paralela\tLPT\t/dev/lp0\n"
-              "GAV\t1\tESC p, pino 2\tESC\tchr$(27)+\"p\"+chr$(0)+chr$(25)+chr$(250)\n"
-              "GAV\t2\tESC p, pino 5\tESC\tchr$(27,112,1,25,250)\n"
-              "GAV\t3\tImpulso DLE DC4\tDLE\tchr$(16,20,1,0,5)\n"
-              "GAV\t4\tCiclo ESC p\tCIC\tchr$(27)+\"p\"+chr$([MO])+chr$([P1])+chr$([P2])\n"
-              "DIS_OPC\t1\tDisplay s\xC3\xA9rie\tSER\tCOM2,9600,n,8,1\n"
-              "DIS_OPC\t2\tDisplay em ficheiro\tFIC\t/tmp/lumbra-display.txt\n"
-              "DIS_CMD\t1\tLimpar\tCLR\tchr$(12)\n"
-              "DIS_CMD\t2\tCursor ao in\xC3\xAD"
-              "cio\tHOME\tchr$(11)\n"
-              "DIS_CMD\t3\tSauda\xC3\xA7\xC3\xA3o\tMSG\t"
-              "chr$(12)Bem-vindo!chr$(13)chr$(10)Obrigado pela visita\n");
+// Each value written so that, pasted back as "name [kind]=value" under its zone, it reads back to
+// the same bytes; names in UTF-8.
+TEST(LumbractlListar, WritesAwkwardValuesSoThatTheyReadBack) {
     const TempDir dir;
-    dir.write("Estranho.par", ParHeader() +
-                                  "#GAV Gaveta - Modos [CnvChr=0]\r\n"
-                                  "Literal [L]=chr$(27,112)+\"p\" \r\nSeta [S]=x<-<-\r\n##\r\n"
-                                  "#DIS_CMD Comandos\r\n"
-                                  "Indefinidos [ I ]=chr$(127,129,141,143,144,157,0)\r\n"
-                                  "Mais [M]=xchr$(43)\r\n##\r\n");
+    dir.write("Estranho.par",
+              ParHeader() +
+                  "#GAV Gaveta - Modos [CnvChr=0]\r\n"
+                  "Literal [L]=chr$(27,112)+\"p\" \r\nSe\xE7\x61 [S]=x<-<-\r\n##\r\n"
+                  "#DIS_CMD Comandos\r\n"
+                  "Indefinidos [ I ]=chr$(127,129,141,143,144,157,0)\r\n"
+                  "Mais [M]=xchr$(43)\r\n##\r\n");
     EXPECT_EQ(RunTool({"-FP", Tool().fileName(dir.file("Estranho.par")), "listar"}).out,
               "GAV\t1\tLiteral\tL\tchr$(27,112)+\"p\" <-\n"
-              "GAV\t2\tSeta\tS\tx<-<-\n"
+              "GAV\t2\tSe\xC3\xA7\x61\tS\tx<-<-\n"
               "DIS_CMD\t1\tIndefinidos\t I \t"
               "chr$(127)chr$(129)chr$(141)chr$(143)chr$(144)chr$(157)chr$(0)\n"
               "DIS_CMD\t2\tMais\tM\txchr$(43)\n");

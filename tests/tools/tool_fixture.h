@@ -1,8 +1,7 @@
 #pragma once
-// A lumbractl as a child process (standard output and error through pipes, exit status), and a
-// parameter file of our own whose COM1 and COM2 are two pseudo-terminals. The same tables run the
-// Linux program and the Windows one under Wine: a ToolTarget says how each is started and how it
-// names this machine's files and ports; each test program links the one it runs (Tool()).
+// A lumbractl run as a child process against a parameter file whose COM1 and COM2 are two
+// pseudo-terminals. The same tables run the Linux program and the Windows one under Wine: each
+// test program links the ToolTarget (Tool()) that says how its program is started and named.
 
 #include <gtest/gtest.h>
 #include <sys/types.h>
@@ -19,51 +18,42 @@ namespace lumbra::test {
 using Strings = std::vector<std::string>;
 
 struct ToolRun {
-    int status = -1;  // the exit status; 128 + n for a child ended by signal n
+    int status = -1;  // 128 + n for a child ended by signal n
     std::string out;
     std::string err;
-    long peakKb = 0;  // the child's peak resident memory
+    long peakKb = 0;
 };
 
-// One way of running lumbractl.
 class ToolTarget {
   public:
     virtual ~ToolTarget() = default;
-    // The program and its arguments that run the tool with args.
     virtual Strings commandLine(const Strings& args) const = 0;
-    // The tool's name for the file at hostPath of this machine.
+    // The tool's name for a file of this machine.
     virtual std::string fileName(const std::string& hostPath) const = 0;
-    // Makes the tool's COM1 and COM2 the devices com1 and com2 (pseudo-terminal paths); the
-    // switches that do it, to be passed on every run, or none when they need none.
+    // Makes COM1 and COM2 these pseudo-terminals; the switches to pass on every run.
     virtual Strings attachPorts(const std::string& com1, const std::string& com2) = 0;
-    // The engine switches that leave COM3 without a device (none when it has none already), and
-    // the description the "Abrir" box then gives.
+    // The switches that leave COM3 without a device, and what "Abrir" then says.
     virtual Strings missingCom3() const = 0;
     virtual std::string missingCom3Error() const = 0;
-    // The name under which a file row of the parameter file writes to COM1's device directly.
+    // How a file row of the parameter file names COM1's device.
     virtual std::string com1AsFile(const std::string& com1) const = 0;
-    // The signal that asks the tool to stop a cycle, as the host would send it.
+    // The signal the host sends to stop a cycle.
     virtual int stopSignal() const = 0;
-    // Checks that the tool let go of COM1's device when it stopped.
     virtual void expectReleased(const std::string& com1) const = 0;
-    // Whether the child's peak memory is the tool's own (not a loader's around it).
+    // False when the peak memory is a loader's around the tool.
     virtual bool measuresMemory() const = 0;
 };
 
-// The tool this test program runs.
 ToolTarget& Tool();
-// The Linux program; the Windows one under Wine (only the Wine test program has it).
-ToolTarget& LinuxTool();
-ToolTarget& WineTool();
 
-// One run of a lumbractl. The child gets no display and no Qt platform from the test's
-// environment, so the run shows that the tool needs neither, and a UTF-8 locale of its own.
+// The child gets no display, no Qt platform and a UTF-8 locale: the tool needs neither of the
+// first two.
 class ToolProcess {
   public:
-    // stdoutPipeSize > 0 shrinks the pipe of standard output, so that a child writing more than
-    // that waits until finish() reads it.
+    // stdoutPipeSize > 0 shrinks standard output's pipe, so that the child waits on it. With a
+    // terminal (a pseudo-terminal's path) the child's standard streams are that terminal instead.
     explicit ToolProcess(const Strings& args, int stdoutPipeSize = 0,
-                         const ToolTarget& target = Tool());
+                         const std::string& terminal = "");
     ~ToolProcess();
     ToolProcess(const ToolProcess&) = delete;
     ToolProcess& operator=(const ToolProcess&) = delete;
@@ -71,9 +61,8 @@ class ToolProcess {
     pid_t pid() const { return pid_; }
     // Whether the child holds the file at path open now.
     bool holds(const std::string& path) const;
-    // The next line of standard output without its end; "" when none comes within limit.
+    // The next line of standard output; "" when none comes within limit.
     std::string readLine(std::chrono::milliseconds limit);
-    // Reads both pipes to their end and waits for the child.
     ToolRun finish();
 
   private:
@@ -82,14 +71,13 @@ class ToolProcess {
     int err_ = -1;
 };
 
-inline ToolRun RunTool(const Strings& args, const ToolTarget& target = Tool()) {
-    return ToolProcess(args, 0, target).finish();
+inline ToolRun RunTool(const Strings& args) {
+    return ToolProcess(args).finish();
 }
 
 // The line speed a pseudo-terminal was left at (B9600...), by tcgetattr; 0 when unknown.
 unsigned LineSpeed(const std::string& slavePath);
 
-// The five header lines every parameter file starts with.
 inline std::string ParHeader() {
     return "'Nome       : Teste.par\r\n'Tipo       : PAR\r\n'Data       : 2026-01-01\r\n"
            "'Versao     : 1.0\r\n'Descricao  : Teste\r\n";
@@ -99,33 +87,25 @@ class LumbractlFixture : public ::testing::Test {
   protected:
     void SetUp() override {
         par = dir.file("Teste.par");
-        const std::string lines[] = {"#LIG Portas",
-                                     "Impressora [SER]=COM1,9600,n,8,1",
-                                     "Impressora 2 [SER]=COM2,19200,n,8,1",
-                                     "Impressora 3 [SER]=COM3,9600,n,8,1",
-                                     "##",
-                                     "#GAV Gaveta - Modos [CnvChr=0]",
-                                     "Pino 5 [ESC]=chr$(27,112,1,25,250)",
-                                     "Ciclo [CIC]=chr$(27)+\"p\"+chr$([MO])+chr$([P1])+chr$([P2])",
-                                     "##",
-                                     "#DIS_OPC Display",
-                                     "Display [SER]=COM2,9600,n,8,1",
-                                     "Display em ficheiro [FIC]=" + name("display.txt"),
-                                     "##",
-                                     "#DIS_CMD Comandos",
-                                     "Sauda\xE7\xE3o [MSG]=chr$(12)Ol\xE1!chr$(13,10)",
-                                     "##"};
-        std::string text = ParHeader();
-        for (const std::string& line : lines)
-            text += line + "\r\n";
-        dir.write("Teste.par", text);
+        dir.write("Teste.par",
+                  ParHeader() +
+                      "#LIG Portas\r\nImpressora [SER]=COM1,9600,n,8,1\r\n"
+                      "Impressora 2 [SER]=COM2,19200,n,8,2\r\n"
+                      "Impressora 3 [SER]=COM3,9600,n,8,1\r\n##\r\n"
+                      "#GAV Gaveta - Modos [CnvChr=0]\r\nPino 5 [ESC]=chr$(27,112,1,25,250)\r\n"
+                      "Ciclo [CIC]=chr$(27)+\"p\"+chr$([MO])+chr$([P1])+chr$([P2])\r\n"
+                      "Estranho [H]=chr$(&H1B,&h70,0)+\"a+b\"+\"Sauda\xE7\xE3o\"+chr$(255,128)\r\n"
+                      "##\r\n#DIS_OPC Display\r\nDisplay [SER]=COM2,9600,n,8,1\r\n"
+                      "Display em ficheiro [FIC]=" +
+                      name("display.txt") +
+                      "\r\n##\r\n#DIS_CMD Comandos\r\n"
+                      "Sauda\xE7\xE3o [MSG]=chr$(12)Ol\xE1!chr$(13,10)\r\n##\r\n");
         ports = Tool().attachPorts(com1.slavePath(), com2.slavePath());
     }
 
-    // The tool's name for a file of the test's folder.
     std::string name(const std::string& file) const { return Tool().fileName(dir.file(file)); }
 
-    // The parameter file (file of the test's folder) and both ports, then args.
+    // The parameter file of the test's folder and both ports, then args.
     Strings Args(const Strings& args, const std::string& file = "Teste.par") const {
         Strings all = {"-FP", name(file)};
         all.insert(all.end(), ports.begin(), ports.end());
@@ -137,7 +117,7 @@ class LumbractlFixture : public ::testing::Test {
     PtyPair com1;  // the printer
     PtyPair com2;
     std::string par;
-    Strings ports;  // what makes the tool's COM1 and COM2 these two
+    Strings ports;
 };
 
 }  // namespace lumbra::test

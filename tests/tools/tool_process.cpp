@@ -15,7 +15,7 @@
 
 namespace lumbra::test {
 
-ToolProcess::ToolProcess(const Strings& args, int stdoutPipeSize, const ToolTarget& target) {
+ToolProcess::ToolProcess(const Strings& args, int stdoutPipeSize, const std::string& terminal) {
     int out[2];
     int err[2];
     if (::pipe2(out, O_CLOEXEC) != 0 || ::pipe2(err, O_CLOEXEC) != 0) {
@@ -23,20 +23,24 @@ ToolProcess::ToolProcess(const Strings& args, int stdoutPipeSize, const ToolTarg
         return;
     }
     if (stdoutPipeSize > 0) ::fcntl(out[1], F_SETPIPE_SZ, stdoutPipeSize);
-    Strings words = target.commandLine(args);
+    Strings words = Tool().commandLine(args);
     std::vector<char*> argv;
     for (std::string& w : words)
         argv.push_back(w.data());
     argv.push_back(nullptr);
     pid_ = ::fork();
     if (pid_ == 0) {
-        // No display, no Qt platform and a locale of its own.
         for (const char* name : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"})
             ::unsetenv(name);
         ::setenv("LC_ALL", "C.UTF-8", 1);
-        const int in = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
-        if (::dup2(in, 0) < 0 || ::dup2(out[1], 1) < 0 || ::dup2(err[1], 2) < 0) ::_exit(126);
-        ::execv(argv[0], argv.data());
+        int in = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
+        int to[2] = {out[1], err[1]};
+        if (!terminal.empty()) {
+            ::setsid();  // the terminal becomes the child's own
+            in = to[0] = to[1] = ::open(terminal.c_str(), O_RDWR);
+        }
+        if (::dup2(in, 0) < 0 || ::dup2(to[0], 1) < 0 || ::dup2(to[1], 2) < 0) ::_exit(126);
+        ::execvp(argv[0], argv.data());
         ::_exit(127);
     }
     if (pid_ < 0) ADD_FAILURE() << "no fork";

@@ -50,11 +50,6 @@ TEST(LineFormatTest, PutsDataBitsParityAndStopBitsIntoTheDriverFlags) {
     EXPECT_FALSE(LineFormatTaken(forced, sevenEven, true));
 }
 
-TEST(SerialDeviceTest, APortNamesItsSerialDeviceByItself) {
-    EXPECT_EQ(DefaultSerialDevice(1), "/dev/ttyS0");
-    EXPECT_EQ(DefaultSerialDevice(9), "/dev/ttyS8");
-}
-
 // Says why a device node cannot be used; a user without the rights is told the group to join.
 TEST(SerialDeviceTest, SaysWhyADeviceNodeCannotBeUsed) {
     test::TempDir dir;

@@ -2,11 +2,6 @@
 // ports; simular needs pseudo-terminals, which Windows does not
 // have; a console shows the tool's characters, which a pipe receives as UTF-8.
 
-#include <fcntl.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <cstdlib>
 #include <string>
 
 #include "tests/tools/tool_fixture.h"
@@ -37,22 +32,7 @@ TEST(WindowsHostAlone, SimularIsNotThereWithoutPseudoTerminals) {
 // Runs the tool on a terminal, which Wine makes the program's console; what the terminal showed.
 std::string OnConsole(const Strings& args) {
     PtyPair terminal;
-    Strings words = Tool().commandLine(args);
-    std::vector<char*> argv;
-    for (std::string& w : words)
-        argv.push_back(w.data());
-    argv.push_back(nullptr);
-    const pid_t pid = ::fork();
-    if (pid == 0) {
-        ::setsid();
-        const int tty = ::open(terminal.slavePath().c_str(), O_RDWR);
-        if (tty < 0 || ::dup2(tty, 0) < 0 || ::dup2(tty, 1) < 0 || ::dup2(tty, 2) < 0) ::_exit(126);
-        ::setenv("LC_ALL", "C.UTF-8", 1);
-        ::execv(argv[0], argv.data());
-        ::_exit(127);
-    }
-    int status = 0;
-    EXPECT_EQ(::waitpid(pid, &status, 0), pid);
+    ToolProcess(args, 0, terminal.slavePath()).finish();
     return terminal.readAvailable();
 }
 

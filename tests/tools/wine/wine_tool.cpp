@@ -3,10 +3,8 @@
 // registry (which restarts the prefix's server, so only when they change); every other COM port
 // points at nothing, and so do COM1 and COM2 again when the program ends.
 
-#include <fcntl.h>
 #include <signal.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
@@ -25,33 +23,16 @@ std::string Setting(const char* name, const char* fallback) {
 
 // Debian keeps the 64-bit Wine out of PATH unless a wrapper puts it there.
 std::string WineProgram() {
-    const std::string path = Setting("PATH", "/usr/bin:/bin");
-    for (std::size_t begin = 0; begin <= path.size();) {
-        const std::size_t end = std::min(path.find(':', begin), path.size());
-        const std::string candidate = path.substr(begin, end - begin) + "/wine64";
-        if (end > begin && ::access(candidate.c_str(), X_OK) == 0) return candidate;
-        begin = end + 1;
-    }
-    return "/usr/lib/wine/wine64";
+    return std::system("command -v wine64 >/dev/null") == 0 ? "wine64" : "/usr/lib/wine/wine64";
 }
 
-// Runs a script of tests/support/wine with its output out of the test's way; its exit status.
+// Runs a script of tests/support/wine quietly; its exit status.
 int RunWineScript(const std::string& script, const Strings& args) {
-    Strings words = {"/bin/bash", std::string(LUMBRA_SOURCE_DIR) + "/tests/support/wine/" + script};
-    words.insert(words.end(), args.begin(), args.end());
-    std::vector<char*> argv;
-    for (std::string& w : words)
-        argv.push_back(w.data());
-    argv.push_back(nullptr);
-    const pid_t pid = ::fork();
-    if (pid == 0) {
-        const int null = ::open("/dev/null", O_RDWR | O_CLOEXEC);
-        if (::dup2(null, 0) < 0 || ::dup2(null, 1) < 0 || ::dup2(null, 2) < 0) ::_exit(126);
-        ::execv(argv[0], argv.data());
-        ::_exit(127);
-    }
-    int status = 0;
-    if (pid < 0 || ::waitpid(pid, &status, 0) != pid) return -1;
+    std::string command =
+        "/bin/bash '" + std::string(LUMBRA_SOURCE_DIR) + "/tests/support/wine/" + script + "'";
+    for (const std::string& a : args)
+        command += " '" + a + "'";
+    const int status = std::system((command + " </dev/null >/dev/null 2>&1").c_str());
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
@@ -67,7 +48,6 @@ class WineTarget : public ToolTarget {
 
     const std::string& exe() const { return exe_; }
     const std::string& prefix() const { return prefix_; }
-    // Points every COM port of the prefix at nothing.
     void detachPorts() {
         if (!attached_.empty()) {
             EXPECT_EQ(RunWineScript("wine_ports.sh", {prefix_}), 0);
@@ -105,7 +85,7 @@ class WineTarget : public ToolTarget {
     std::string com1AsFile(const std::string&) const override { return "COM1"; }
     // Wine hands SIGINT to the program as the console's Ctrl+C; SIGTERM would end it unasked.
     int stopSignal() const override { return SIGINT; }
-    // The process has gone, and every handle of Windows with it.
+    // The handles went with the process.
     void expectReleased(const std::string&) const override {}
     // The peak is Wine's loader and libraries as much as the program.
     bool measuresMemory() const override { return false; }
@@ -139,10 +119,6 @@ class WineEnvironment : public ::testing::Environment {
     ::testing::AddGlobalTestEnvironment(new WineEnvironment);
 
 }  // namespace
-
-ToolTarget& WineTool() {
-    return Wine();
-}
 
 ToolTarget& Tool() {
     return Wine();
