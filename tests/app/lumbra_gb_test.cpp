@@ -16,8 +16,8 @@ using Strings = std::vector<std::string>;
 TEST_F(ProgramTest, ZoneLinesBecomeRowsOnlyWhenTheEngineRegistersThem) {
     // clang-format off
     Start({"#LIG Portas - primeira vez", "Velha [FIC]=velha.txt", "##",
-           "#lig Portas - Liga\xE7\xE3o", "Porta 1 [ ser ]=COM1,9600,n,8,1", "Porta=COM2",
-           "Porta []=COM2", "ab=1", "' Coment\xE1rio [X]=1", "Espa\xE7o [SER]= COM1,9600", "##",
+           "#lig Portas - Liga\xE7\xE3o", "Porta 1 [ ser ]=COM1,9600,n,8,1",
+           "' Coment\xE1rio [X]=1", "Espa\xE7o [SER]= COM1,9600", "##",
            "#DIS_CMD Display - Comandos", "Porta 1 [ ser ]=COM1,9600,n,8,1", "##"});
     // clang-format on
     EXPECT_EQ(Rows(Gb().ligTab),

@@ -199,13 +199,6 @@ class Options : public ::testing::Test {
     }
     void TearDown() override { opc_.ZonFim(); }
 
-    // Reads the next zone.
-    void Next() {
-        std::string ide, tip;
-        std::int16_t cnt = 0;
-        opc_.ZonSeg(ide, tip, cnt);
-    }
-
     TempDir dir_;
     ScopedProgram program_{{}, "/opt/lumbra"};
     OpenTdaOpc opc_;
@@ -304,9 +297,9 @@ TEST(OptionList, TheThirtyTwoThousandAndFirstNameIsRefused) {
 }
 
 TEST_F(Options, MemPathAndOpcDbgReadTheVariablesOfTheCurrentZone) {
-    Next();
-    std::string path = "velho", tpp = "velho";
-    std::int16_t exi = -1;
+    std::string ide, tip, path = "velho", tpp = "velho";
+    std::int16_t cnt = 0, exi = -1;
+    opc_.ZonSeg(ide, tip, cnt);
     opc_.MemPath(" cam ", path, exi, tpp);
     EXPECT_EQ(path + std::to_string(exi) + tpp, "C:\\LUMBRA\\x1=");
     opc_.MemPath("Falta", path, exi, tpp);

@@ -6,7 +6,6 @@
 
 #include <cstdint>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "tests/options/tda_opc.h"
@@ -30,16 +29,6 @@ Zone NextZone(TdaOpc& opc) {
 
 const Zone kEnd{"", "IDE", 0, ""};
 
-// The keyed list LstAct makes of these names and values, in order.
-std::vector<std::string> KeyedList(const std::vector<std::pair<std::string, std::string>>& items) {
-    std::vector<std::string> lst;
-    LstIni(lst);
-    std::int16_t ok = 0;
-    for (const auto& [name, value] : items)
-        LstAct(lst, name, value, ok);
-    return lst;
-}
-
 TEST(ZoneWalk, TheExampleFileGivesItsThreeZonesCallByCall) {
     TempDir dir;
     const ScopedProgram program({"-FP", "x.par", "-COM1", "/dev/ttyUSB0"});
@@ -54,7 +43,11 @@ TEST(ZoneWalk, TheExampleFileGivesItsThreeZonesCallByCall) {
     opc.LcPrpArg("antes");
 
     EXPECT_EQ(NextZone(opc), (Zone{"DEF", "IDE", 2, "Geral"}));
-    const auto expected = KeyedList({{"DBGMODO", "0"}, {"DIRBAS", "C:\\LUMBRA"}});
+    std::vector<std::string> expected;
+    std::int16_t ok = 0;
+    LstIni(expected);
+    LstAct(expected, "DBGMODO", "0", ok);
+    LstAct(expected, "DIRBAS", "C:\\LUMBRA", ok);
     EXPECT_EQ(opc.options(), expected);
     EXPECT_EQ(opc.LcArgC(), 4) << "the DEF zone re-reads the command line";
 

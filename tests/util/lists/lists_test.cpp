@@ -18,36 +18,18 @@ namespace {
 
 using Lst = std::vector<std::string>;
 
+// LIKE: ? one character, # one digit, * any run, [..] a group, [!..] its complement
 TEST(CndAva, ComparesTextsOrdinallyAndMatchesWholeTextsAgainstPatterns) {
     const std::tuple<std::string, std::string, std::string, std::int16_t> cases[] = {
-        {"abc", "=", "abc", 1},
-        {"abc", "=", "ABC", 0},
-        {"9", ">", "10", 1},
-        {"b", ">", "b", 0},
-        {"ab", "<", "abc", 1},
-        {"b", ">=", "b", 1},
-        {"a", ">=", "b", 0},
-        {"b", "<=", "b", 1},
-        {"a", "<>", "b", 1},
-        {"a", "<>", "a", 0},
-        {"a", ":", "a:c", 1},
-        {"d", ":", "a:c", 0},
-        {"bc", "instr", "abc", 1},
-        // LIKE: ? one character, # one digit, * any run, [..] a group, [!..] its complement
-        {"A0", "LIKE", "A#", 1},
-        {"AB", "LIKE", "A#", 0},
-        {"", "LIKE", "*", 1},
-        {"abc", "LIKE", "a?c", 1},
-        {"abcbc", "LIKE", "*bc", 1},
-        {"abc", "LIKE", "ab", 0},
-        {"ab", "LIKE", "abc", 0},
-        {"b", "LIKE", "[abc]", 1},
-        {"d", "LIKE", "[abc]", 0},
-        {"d", "LIKE", "[!abc]", 1},
-        {"a", "LIKE", "[!abc]", 0},
-        {"m", "LIKE", "[a-z]", 1},
-        {"M", "LIKE", "[a-z]", 0},
-        {"A9z", "LIKE", "[A-Z]#[!0-9]", 1},
+        {"abc", "=", "abc", 1},    {"abc", "=", "ABC", 0},     {"9", ">", "10", 1},
+        {"b", ">", "b", 0},        {"ab", "<", "abc", 1},      {"b", ">=", "b", 1},
+        {"a", ">=", "b", 0},       {"b", "<=", "b", 1},        {"a", "<>", "b", 1},
+        {"a", "<>", "a", 0},       {"a", ":", "a:c", 1},       {"d", ":", "a:c", 0},
+        {"bc", "instr", "abc", 1}, {"A0", "LIKE", "A#", 1},    {"AB", "LIKE", "A#", 0},
+        {"", "LIKE", "*", 1},      {"abc", "LIKE", "a?c", 1},  {"abcbc", "LIKE", "*bc", 1},
+        {"abc", "LIKE", "ab", 0},  {"ab", "LIKE", "abc", 0},   {"b", "LIKE", "[abc]", 1},
+        {"d", "LIKE", "[abc]", 0}, {"d", "LIKE", "[!abc]", 1}, {"a", "LIKE", "[!abc]", 0},
+        {"m", "LIKE", "[a-z]", 1}, {"M", "LIKE", "[a-z]", 0},  {"A9z", "LIKE", "[A-Z]#[!0-9]", 1},
         {"ab", "LIKE", "a[b", 0}};
     for (const auto& [a, op, b, expected] : cases) {
         std::int16_t ok = 7;
