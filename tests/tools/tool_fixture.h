@@ -71,8 +71,13 @@ class ToolProcess {
     int err_ = -1;
 };
 
+// lumbractl never ends with status 1 without saying why on standard error; a run that does is a
+// loader that could not start it (Wine, now and then, right after its server restarts), and is run
+// once more. A real silent failure fails again, and bytes it sent would arrive twice.
 inline ToolRun RunTool(const Strings& args) {
-    return ToolProcess(args).finish();
+    ToolRun run = ToolProcess(args).finish();
+    if (run.status == 1 && run.out.empty() && run.err.empty()) run = ToolProcess(args).finish();
+    return run;
 }
 
 // The line speed a pseudo-terminal was left at (B9600...), by tcgetattr; 0 when unknown.
