@@ -20,6 +20,7 @@
 #include <thread>
 
 #include "platform/host_text.h"
+#include "platform/line_buffer.h"
 #include "platform/posix/file_errors.h"
 #include "platform/stop_signals.h"
 #include "platform/write_stall.h"
@@ -47,11 +48,8 @@ struct OpenFile {
     bool regular = true;
     dev_t device = 0;
     ino_t inode = 0;
-    // Input only: bytes read ahead of the caller, and whether a CR just ended a line, so that an
-    // LF right after it belongs to the same terminator even across two reads.
-    std::string buffer;
-    std::size_t pos = 0;
-    bool skipLf = false;
+    // Input only: what was read ahead of the caller.
+    LineBuffer in;
 };
 
 // The program runs its files from the one window thread, so the table needs no lock.
@@ -148,18 +146,18 @@ std::int16_t Abandon(int fd, std::int16_t err) {
 
 // Reads the next chunk; 0 at the end of the file, -1 after setting err.
 ssize_t Refill(OpenFile& file, std::int16_t& err) {
-    file.buffer.resize(kReadChunk);
-    file.pos = 0;
+    file.in.buffer.resize(kReadChunk);
+    file.in.pos = 0;
     for (;;) {
-        const ssize_t got = ::read(file.fd, file.buffer.data(), kReadChunk);
+        const ssize_t got = ::read(file.fd, file.in.buffer.data(), kReadChunk);
         if (got >= 0) {
-            file.buffer.resize(static_cast<std::size_t>(got));
+            file.in.buffer.resize(static_cast<std::size_t>(got));
             return got;
         }
         // A stop signal ends a read that waits for a device or a pipe.
         if (errno == EINTR && !StopRequested()) continue;
         err = errno == EINTR ? kErrUserInterrupt : IoErrorFromErrno(errno);
-        file.buffer.clear();
+        file.in.buffer.clear();
         return -1;
     }
 }
@@ -180,20 +178,6 @@ std::int16_t DrainTerminal(int fd, std::size_t total, WriteWatch& watch) {
         }
         std::this_thread::sleep_for(kDrainStep);
     }
-}
-
-// The first CR or LF at or after from, npos when none: two memchr passes, which find_first_of
-// with its per-character set test is many times slower than.
-std::size_t LineEnd(const std::string& buffer, std::size_t from) {
-    const char* begin = buffer.data() + from;
-    const std::size_t left = buffer.size() - from;
-    const void* lf = std::memchr(begin, '\n', left);
-    const std::size_t lfAt =
-        lf == nullptr ? left : static_cast<std::size_t>(static_cast<const char*>(lf) - begin);
-    const void* cr = std::memchr(begin, '\r', lfAt);
-    const std::size_t at =
-        cr == nullptr ? lfAt : static_cast<std::size_t>(static_cast<const char*>(cr) - begin);
-    return at == left ? std::string::npos : from + at;
 }
 
 }  // namespace
@@ -258,36 +242,8 @@ bool FileIsOpen(std::int16_t num) {
 std::int16_t FileReadLine(std::int16_t num, std::string& line) {
     OpenFile* file = Find(num);
     if (file == nullptr || file->mode != FileMode::Input) return kErrBadFileNameOrNumber;
-    line.clear();
-    bool any = false;
-    for (;;) {
-        if (file->pos == file->buffer.size()) {
-            std::int16_t err = 0;
-            const ssize_t got = Refill(*file, err);
-            if (got < 0) return err;
-            if (got == 0) break;
-        }
-        if (file->skipLf) {
-            file->skipLf = false;
-            if (file->buffer[file->pos] == '\n') {
-                ++file->pos;
-                continue;
-            }
-        }
-        const std::size_t end = LineEnd(file->buffer, file->pos);
-        const std::size_t stop = end == std::string::npos ? file->buffer.size() : end;
-        line.append(file->buffer, file->pos, stop - file->pos);
-        if (end == std::string::npos) {
-            file->pos = file->buffer.size();
-            any = true;
-            continue;
-        }
-        file->skipLf = file->buffer[end] == '\r';
-        file->pos = end + 1;
-        return 0;
-    }
-    // The last line counts even without a terminator; after it comes the end.
-    return any ? 0 : kErrInputPastEnd;
+    return ReadBufferedLine(file->in, line,
+                            [file](std::int16_t& err) { return Refill(*file, err); });
 }
 
 std::int16_t FileWrite(std::int16_t num, std::string_view text, bool newline) {

@@ -8,6 +8,7 @@
 #include <map>
 #include <utility>
 
+#include "platform/line_buffer.h"
 #include "platform/stop_signals.h"
 #include "platform/win32/device_names.h"
 #include "platform/win32/win32_errors.h"
@@ -57,11 +58,8 @@ struct OpenFile {
     Identity identity;               // disk files only
     // Disk files: where the next transfer starts (an overlapped transfer names its place).
     std::uint64_t position = 0;
-    // Input only: bytes read ahead of the caller, and whether a CR just ended a line, so that an
-    // LF right after it belongs to the same terminator even across two reads.
-    std::string buffer;
-    std::size_t pos = 0;
-    bool skipLf = false;
+    // Input only: what was read ahead of the caller.
+    LineBuffer in;
 
     bool disk() const { return type == FILE_TYPE_DISK; }
 };
@@ -164,13 +162,13 @@ std::int16_t GivenUp(const OpenFile& file, Verdict verdict, const WriteWatch& wa
 
 // Reads the next chunk; 0 at the end of the file, -1 after setting err.
 long Refill(OpenFile& file, std::int16_t& err) {
-    file.buffer.resize(kReadChunk);
-    file.pos = 0;
+    file.in.buffer.resize(kReadChunk);
+    file.in.pos = 0;
     // A stop signal ends a read that waits for a pipe.
-    const Outcome out = Transfer(file, false, file.buffer.data(), kReadChunk, [] {
+    const Outcome out = Transfer(file, false, file.in.buffer.data(), kReadChunk, [] {
         return std::pair(StopRequested() ? Verdict::Stopped : Verdict::Wait, kWaitStep);
     });
-    file.buffer.resize(out.moved);
+    file.in.buffer.resize(out.moved);
     file.position += out.moved;
     if (out.verdict == Verdict::Stopped) {
         err = kErrUserInterrupt;
@@ -180,23 +178,10 @@ long Refill(OpenFile& file, std::int16_t& err) {
     if (out.error == ERROR_HANDLE_EOF || out.error == ERROR_BROKEN_PIPE) return 0;
     if (out.error != 0) {
         err = IoError(out.error);
-        file.buffer.clear();
+        file.in.buffer.clear();
         return -1;
     }
     return static_cast<long>(out.moved);
-}
-
-// The first CR or LF at or after from, npos when none.
-std::size_t LineEnd(const std::string& buffer, std::size_t from) {
-    const char* begin = buffer.data() + from;
-    const std::size_t left = buffer.size() - from;
-    const void* lf = std::memchr(begin, '\n', left);
-    const std::size_t lfAt =
-        lf == nullptr ? left : static_cast<std::size_t>(static_cast<const char*>(lf) - begin);
-    const void* cr = std::memchr(begin, '\r', lfAt);
-    const std::size_t at =
-        cr == nullptr ? lfAt : static_cast<std::size_t>(static_cast<const char*>(cr) - begin);
-    return at == left ? std::string::npos : from + at;
 }
 
 DWORD AccessFor(FileMode mode) {
@@ -284,36 +269,8 @@ bool FileIsOpen(std::int16_t num) {
 std::int16_t FileReadLine(std::int16_t num, std::string& line) {
     OpenFile* file = Find(num);
     if (file == nullptr || file->mode != FileMode::Input) return kErrBadFileNameOrNumber;
-    line.clear();
-    bool any = false;
-    for (;;) {
-        if (file->pos == file->buffer.size()) {
-            std::int16_t err = 0;
-            const long got = Refill(*file, err);
-            if (got < 0) return err;
-            if (got == 0) break;
-        }
-        if (file->skipLf) {
-            file->skipLf = false;
-            if (file->buffer[file->pos] == '\n') {
-                ++file->pos;
-                continue;
-            }
-        }
-        const std::size_t end = LineEnd(file->buffer, file->pos);
-        const std::size_t stop = end == std::string::npos ? file->buffer.size() : end;
-        line.append(file->buffer, file->pos, stop - file->pos);
-        if (end == std::string::npos) {
-            file->pos = file->buffer.size();
-            any = true;
-            continue;
-        }
-        file->skipLf = file->buffer[end] == '\r';
-        file->pos = end + 1;
-        return 0;
-    }
-    // The last line counts even without a terminator; after it comes the end.
-    return any ? 0 : kErrInputPastEnd;
+    return ReadBufferedLine(file->in, line,
+                            [file](std::int16_t& err) { return Refill(*file, err); });
 }
 
 std::int16_t FileWrite(std::int16_t num, std::string_view text, bool newline) {
