@@ -1,5 +1,6 @@
-#include "platform/qt/qt_busy_pointer.h"
+#include "platform/busy_pointer.h"
 
+#include <QCursor>
 #include <QGuiApplication>
 
 namespace lumbra::platform {
@@ -25,15 +26,16 @@ BusyPointer::~BusyPointer() {
 
 BusyPointerPause::BusyPointerPause() {
     if (!HaveGui()) return;
-    while (const QCursor* cursor = QGuiApplication::overrideCursor()) {
-        paused_.push_back(*cursor);
+    // The program's only override is the hourglass, so counting them is enough to put them back.
+    while (QGuiApplication::overrideCursor() != nullptr) {
+        ++paused_;
         QGuiApplication::restoreOverrideCursor();
     }
 }
 
 BusyPointerPause::~BusyPointerPause() {
-    for (auto it = paused_.rbegin(); it != paused_.rend(); ++it)
-        QGuiApplication::setOverrideCursor(*it);
+    for (int i = 0; i < paused_; ++i)
+        QGuiApplication::setOverrideCursor(QCursor(Qt::WaitCursor));
 }
 
 }  // namespace lumbra::platform

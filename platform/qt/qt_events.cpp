@@ -1,4 +1,4 @@
-#include "platform/qt/qt_events.h"
+#include "platform/pending_events.h"
 
 #include <QCoreApplication>
 

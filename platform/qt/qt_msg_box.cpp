@@ -7,7 +7,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "platform/qt/qt_busy_pointer.h"
+#include "platform/busy_pointer.h"
 #include "platform/qt/qt_codepage.h"
 #include "platform/stop_signals.h"
 

@@ -1,4 +1,4 @@
-#include "platform/qt/qt_start_program.h"
+#include "platform/start_program.h"
 
 #include <unistd.h>
 

@@ -14,6 +14,7 @@
 
 #include "platform/stop_signals.h"
 #include "platform/write_stall.h"
+#include "tests/app/layout_table.h"
 #include "tests/app/window_driver.h"
 
 namespace lumbra {
@@ -94,7 +95,7 @@ class LumbraWindowTest : public QObject {
                  QStringLiteral("chr$(27)+\"p\"+chr$(0)+chr$(25)+chr$(250)"));
         // The selections and the test text are taken in at the start, before any button.
         QCOMPARE(Gb().ligIdx + Gb().gavIdx + Gb().disIdx, 3);
-        QCOMPARE(w_->ligTx, std::string("Teste de liga\xE7\xE3o"));
+        QCOMPARE(w_->form.ligTx, std::string("Teste de liga\xE7\xE3o"));
         QVERIFY(boxes_->boxes().empty());
     }
 
@@ -223,22 +224,29 @@ class LumbraWindowTest : public QObject {
         const Variant msgs[] = {Variant(" a "), Variant("Liga\xE7\xE3o"), Variant(std::int16_t{-7}),
                                 Variant(2.25)};
         for (const auto& m : msgs)
-            w_->LumbraMsgJun(m);
-        w_->LumbraMsgSep(2);
+            w_->form.LumbraMsgJun(m);
+        w_->form.LumbraMsgSep(2);
         const QStringList lines = Utf8(" a |Ligação|-7|2.25||");
         for (int i = 0; i < lines.size(); ++i)
             QCOMPARE(w_->ui.lbRes->item(i)->text(), lines[i]);
         for (int i = 6; i < 40; ++i)
-            w_->LumbraMsgJun(Variant(std::int32_t{i}));
+            w_->form.LumbraMsgJun(Variant(std::int32_t{i}));
         w_->ui.tbOpc->setTabVisible(5, true);
         w_->ui.tbOpc->setCurrentIndex(5);
         QCOMPARE(w_->ui.lbRes->indexAt(QPoint(1, 1)).row(), 40 - 16);
     }
 
-    // The window keeps its layout's size at 96 dots per inch, and a frame's bold caption does not
-    // make its controls bold.
-    void theWindowKeepsItsSizeAndBoldStaysOnCaptions() {
-        QCOMPARE(w_->centralWidget()->size(), QSize(634, 408));
+    // Every control sits at its documented rectangle at 96 dots per inch, a page's controls
+    // measured from the whole tab control; the window keeps its size, and a frame's bold caption
+    // does not make its controls bold.
+    void everyControlSitsAtItsLayoutRectangleAndBoldStaysOnCaptions() {
+        QCOMPARE(w_->centralWidget()->size(),
+                 QSize(test::kClientTwips[0] / 15, test::kClientTwips[1] / 15));
+        for (const test::ExpectedRect& e : test::kLayoutTwips) {
+            const auto* c = w_->findChild<const QWidget*>(QString::fromLatin1(e.name));
+            QVERIFY2(c != nullptr, e.name);
+            QCOMPARE(c->geometry(), QRect(e.left / 15, e.top / 15, e.width / 15, e.height / 15));
+        }
         const QWidget* controls[] = {w_->ui.spLigPor, w_->ui.txLigTst, w_->ui.txCnvDec,
                                      w_->ui.lbRes};
         for (const QWidget* c : controls)

@@ -21,7 +21,7 @@
 #include <vector>
 
 #include "app/LumbraGb.h"
-#include "app/LumbraMnu.h"
+#include "app/qt/LumbraMnu.h"
 #include "platform/qt/qt_msg_box.h"
 #include "tests/app/app_fixture.h"
 #include "tests/support/pty_pair.h"

@@ -1,6 +1,7 @@
 #pragma once
-// The controls of the main window, built in code from the window's layout: every control carries
-// its layout name as object name and sits at its layout position (15 twips to the pixel). Other
+// The controls of the main window on Qt, built from the layout table (app/window_layout.h): every
+// control carries its layout name as object name and sits at its layout position (15 twips to the
+// pixel). Other
 // parts of the program reach the controls through these pointers, the way uic-generated classes
 // expose theirs.
 
@@ -71,8 +72,5 @@ struct LumbraMnuUi {
     // Builds every control into window, which gets a fixed size around the 634 x 408 client area.
     void setupUi(QMainWindow* window);
 };
-
-// Index of the first tab page the user cannot reach; the pages from here on are spare.
-inline constexpr int kFirstSparePage = 3;
 
 }  // namespace lumbra

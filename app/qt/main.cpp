@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "app/LumbraMnu.h"
+#include "app/qt/LumbraMnu.h"
 #include "platform/msg_box.h"
 #include "platform/program.h"
 #include "platform/qt/qt_msg_box.h"
