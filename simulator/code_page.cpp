@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "util/text/utf8.h"
+
 namespace lumbra::sim {
 namespace {
 
@@ -105,16 +107,7 @@ char16_t CodePoint(unsigned char byte, CodePage page) {
 std::string CharacterUtf8(unsigned char byte, CodePage page) {
     const char16_t cp = CodePoint(byte, page);
     std::string out;
-    if (cp < 0x80) {
-        out += static_cast<char>(cp);
-    } else if (cp < 0x800) {
-        out += static_cast<char>(0xC0 | (cp >> 6));
-        out += static_cast<char>(0x80 | (cp & 0x3F));
-    } else {
-        out += static_cast<char>(0xE0 | (cp >> 12));
-        out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
-        out += static_cast<char>(0x80 | (cp & 0x3F));
-    }
+    AppendUtf8(out, cp);
     return out;
 }
 

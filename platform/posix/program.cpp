@@ -9,19 +9,10 @@
 #include <vector>
 
 #include "platform/host_text.h"
+#include "platform/program_args.h"
 
 namespace lumbra::platform {
 namespace {
-
-std::vector<std::string>& Args() {
-    static std::vector<std::string> args;
-    return args;
-}
-
-std::string& FolderOverride() {
-    static std::string folder;
-    return folder;
-}
 
 // The folder part of a host path: "" when it has none, "/" for the root.
 std::string FolderOf(const std::string& hostPath) {
@@ -50,9 +41,9 @@ std::string ExecutablePath() {
     if (len > 0) return std::string(buf.data(), static_cast<std::size_t>(len));
     // Without /proc (a chroot, some containers) the name the program was started by is followed
     // to the real file, so that a program reached through a link still finds its own folder.
-    if (Args().empty()) return {};
+    if (RecordedArgs().empty()) return {};
     const char* path = std::getenv("PATH");
-    const std::string name = ToHostText(Args().front());
+    const std::string name = ToHostText(RecordedArgs().front());
     const std::string file = ProgramFileFromName(name, path != nullptr ? path : "");
     return file.empty() ? name : file;
 }
@@ -60,23 +51,14 @@ std::string ExecutablePath() {
 }  // namespace
 
 void SetProgramArgs(int argc, const char* const* argv) {
-    Args().clear();
+    RecordedArgs().clear();
     for (int i = 0; i < argc; ++i) {
-        if (argv[i] != nullptr) Args().push_back(FromHostText(argv[i]));
+        if (argv[i] != nullptr) RecordedArgs().push_back(FromHostText(argv[i]));
     }
-}
-
-std::string CommandLine() {
-    std::string line;
-    for (std::size_t i = 1; i < Args().size(); ++i) {
-        if (i > 1) line += ' ';
-        line += Args()[i];
-    }
-    return line;
 }
 
 std::string ProgramFolder() {
-    if (!FolderOverride().empty()) return FolderOverride();
+    if (!ProgramFolderOverride().empty()) return ProgramFolderOverride();
     std::string folder = FolderOf(ExecutablePath());
     if (folder.empty()) {
         std::array<char, 4096> cwd{};
@@ -100,10 +82,6 @@ std::string ProgramFileFromName(const std::string& name, const std::string& sear
         begin = end + 1;
     }
     return {};
-}
-
-void OverrideProgramFolder(const std::string& folder) {
-    FolderOverride() = folder;
 }
 
 }  // namespace lumbra::platform

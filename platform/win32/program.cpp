@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/host_text.h"
+#include "platform/program_args.h"
 #include "platform/win32/wide_text.h"
 #include "platform/win32/win_path.h"
 
@@ -16,16 +17,6 @@ namespace {
 
 // The longest name Windows gives a file.
 constexpr DWORD kLongestPath = 32768;
-
-std::vector<std::string>& Args() {
-    static std::vector<std::string> args;
-    return args;
-}
-
-std::string& FolderOverride() {
-    static std::string folder;
-    return folder;
-}
 
 // The name without the "\\?\" mark of a long name, as the program's texts write names.
 std::wstring WithoutLongMark(std::wstring name) {
@@ -144,10 +135,11 @@ std::string FindIn(const std::string& folder, const std::string& name) {
 // line: argv as the C runtime made it is in the machine's code page, where every character outside
 // it is already lost. Words a caller makes up (a test) are host text, as on every host.
 void SetProgramArgs(int argc, const char* const* argv) {
-    Args().clear();
+    RecordedArgs().clear();
     if (argv == nullptr || argv != __argv) {
         for (int i = 0; i < argc; ++i) {
-            if (argv != nullptr && argv[i] != nullptr) Args().push_back(FromHostText(argv[i]));
+            if (argv != nullptr && argv[i] != nullptr)
+                RecordedArgs().push_back(FromHostText(argv[i]));
         }
         return;
     }
@@ -155,21 +147,12 @@ void SetProgramArgs(int argc, const char* const* argv) {
     LPWSTR* words = ::CommandLineToArgvW(::GetCommandLineW(), &count);
     if (words == nullptr) return;
     for (int i = 0; i < count; ++i)
-        Args().push_back(FromWide(words[i]));
+        RecordedArgs().push_back(FromWide(words[i]));
     ::LocalFree(words);
 }
 
-std::string CommandLine() {
-    std::string line;
-    for (std::size_t i = 1; i < Args().size(); ++i) {
-        if (i > 1) line += ' ';
-        line += Args()[i];
-    }
-    return line;
-}
-
 std::string ProgramFolder() {
-    if (!FolderOverride().empty()) return FolderOverride();
+    if (!ProgramFolderOverride().empty()) return ProgramFolderOverride();
     std::wstring folder = FolderOf(WithoutLongMark(ModuleFileName()));
     if (folder.empty()) {
         const DWORD need = ::GetCurrentDirectoryW(0, nullptr);
@@ -192,10 +175,6 @@ std::string ProgramFileFromName(const std::string& name, const std::string& sear
         if (!found.empty()) return found;
     }
     return {};
-}
-
-void OverrideProgramFolder(const std::string& folder) {
-    FolderOverride() = folder;
 }
 
 }  // namespace lumbra::platform
