@@ -43,4 +43,5 @@ ExternalProject_Add(lumbra_windows
 add_test(NAME windows_tests
   COMMAND bash -c "bash '${PROJECT_SOURCE_DIR}/tests/support/wine/wine_prefix.sh' \"$1\" && ctest --test-dir \"$2\" --output-on-failure --timeout 300"
           windows_tests ${LUMBRA_WINDOWS_TREE}/wine/prefix ${LUMBRA_WINDOWS_TREE})
-set_tests_properties(windows_tests PROPERTIES LABELS wine TIMEOUT 1200)
+# tools_wine_tests maps COM ports of the same prefix: the two never run at once.
+set_tests_properties(windows_tests PROPERTIES LABELS wine TIMEOUT 1200 RESOURCE_LOCK wine_prefix)
