@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Builds the release preset and writes the Debian package, build/lumbra_<version>_<arch>.deb; its
 # path is the one line on standard output (the build's progress goes to standard error). The
-# release build stays in build/release, so a second run only rebuilds what changed.
+# release build stays in build/release, so a second run only rebuilds what changed. The Windows
+# zips and installers come from scripts/package-windows.sh (checked by scripts/test-windows.sh).
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 bash "$root/scripts/setup.sh" >&2

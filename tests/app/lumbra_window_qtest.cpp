@@ -12,9 +12,11 @@
 #include <filesystem>
 #include <thread>
 
+#include "platform/qt/qt_codepage.h"
 #include "platform/stop_signals.h"
 #include "platform/write_stall.h"
 #include "tests/app/layout_table.h"
+#include "tests/app/window_cases.h"
 #include "tests/app/window_driver.h"
 
 namespace lumbra {
@@ -29,7 +31,7 @@ class LumbraWindowTest : public QObject {
     std::unique_ptr<test::RecordingMsgSink> boxes_;
     std::unique_ptr<LumbraMnu> w_;
     QMetaObject::Connection hook_;
-    const std::string cycle_ = "chr$(27)+\"p\"+chr$([MO])+chr$([P1])+chr$([P2])";
+    const std::string cycle_ = test::kCycleCommand;
 
     static QStringList Utf8(const char* lines) { return QString::fromUtf8(lines).split('|'); }
 
@@ -61,17 +63,10 @@ class LumbraWindowTest : public QObject {
         printer_ = std::make_unique<test::PtyPair>();
         display_ = std::make_unique<test::PtyPair>();
         boxes_ = std::make_unique<test::RecordingMsgSink>();
-        dir_->write(
-            "Lumbra.par",
-            test::ParFile(
-                {"#LIG Portas - Liga\xE7\xE3o", "Impress\xE3o [ser]=COM1,9600,n,8,1",
-                 "Impress\xE3o [FIC]=" + dir_->file("lig.txt"),
-                 "Sem dispositivo [SER]=COM3,9600,n,8,1", "Terminal [FIC]=" + printer_->slavePath(),
-                 "##", "#GAV Gaveta - Modos [CnvChr=0]",
-                 "ESC p [ESC]=chr$(27)+\"p\"+chr$(0)+chr$(25)+chr$(250)",
-                 "Texto [TXT]=\"A\"+chr$(13,10)", "Ciclo [CIC]=" + cycle_, "##", "#DIS_OPC Display",
-                 "Display [SER]=COM2,9600,n,8,1", "Display [FIC]=" + dir_->file("dis.txt"), "##",
-                 "#DIS_CMD Comandos", "Limpar [CLR]=chr$(12)", "Cursor [HOME]=chr$(11)", "##"}));
+        // The shared zones, with one more connection port: a terminal reached as a file.
+        std::vector<std::string> lines = test::WindowParLines(dir_->path(), '/');
+        lines.insert(lines.begin() + 4, "Terminal [FIC]=" + printer_->slavePath());
+        dir_->write("Lumbra.par", test::ParFile(lines));
         test::SetCommandLine({"-FP", dir_->file("Lumbra.par"), "-COM1", printer_->slavePath(),
                               "-COM2", display_->slavePath(), "-COM3", dir_->file("no-such-tty")});
         w_ = test::StartProgram();
@@ -100,29 +95,21 @@ class LumbraWindowTest : public QObject {
     }
 
     void everyButtonSendsTheChosenRowToItsPort() {
-        // Typed text goes out in Windows-1252; the box refuses what the code page lacks.
-        test::Retype(*w_, w_->ui.txLigTst, QString::fromUtf8("Preço 5€ a→b"));
-        test::Click(*w_, w_->ui.cmLigTst);
-        QCOMPARE(printer_->readAvailable(), std::string("Pre\xE7o 5\x80 ab\r\n"));
-        test::Choose(*w_, w_->ui.cbLigPor, 1);
-        test::Click(*w_, w_->ui.cmLigTst);
-        QCOMPARE(dir_->read("lig.txt"), std::string("Pre\xE7o 5\x80 ab\r\n\r\n"));
-
-        test::Choose(*w_, w_->ui.cbLigPor, 0);
-        test::Choose(*w_, w_->ui.cbGavAbr, 1);
-        QCOMPARE(w_->ui.txGavAbr->text(), QStringLiteral("\"A\"+chr$(13,10)"));
-        test::Click(*w_, w_->ui.cmGavAbr);
-        QCOMPARE(printer_->readAvailable(), std::string("A\r\n"));
-
-        test::Choose(*w_, w_->ui.cbDisCmd, 1);
-        test::Click(*w_, w_->ui.cmDisExe);
-        QCOMPARE(display_->readAvailable(), std::string("\x0B"));
-        // Typed notation is not decoded: chr$(12) arrives as its characters.
-        test::Choose(*w_, w_->ui.cbDisPor, 1);
-        test::Retype(*w_, w_->ui.txDisTxm, QString::fromUtf8("Olá chr$(12) €"));
-        test::Click(*w_, w_->ui.cmDisTxm);
-        QCOMPARE(dir_->read("dis.txt"), std::string("Ol\xE1 chr$(12) \x80"));
+        for (const test::SendCase& c : test::kSendCases) {
+            if (c.list != nullptr) test::Choose(*w_, w_->findChild<QComboBox*>(c.list), c.position);
+            if (c.box != nullptr)
+                test::Retype(*w_, w_->findChild<QLineEdit*>(c.box), platform::FromCp1252(c.typed));
+            test::Click(*w_, w_->findChild<QPushButton*>(c.button));
+            const std::string device = c.device;
+            const std::string got = device == "COM1"   ? printer_->readAvailable()
+                                    : device == "COM2" ? display_->readAvailable()
+                                                       : dir_->read(device);
+            QVERIFY2(got == c.bytes, c.button);
+        }
         QVERIFY(boxes_->boxes().empty());
+        // What is typed goes out in Windows-1252: the box refuses what the code page lacks.
+        test::Retype(*w_, w_->ui.txLigTst, QString::fromUtf8("a→b"));
+        QCOMPARE(w_->ui.txLigTst->text(), QStringLiteral("ab"));
     }
 
     void reReadingRefillsTheLists() {
@@ -195,15 +182,14 @@ class LumbraWindowTest : public QObject {
     }
 
     void typingInOneBoxShowsTheConversionInTheOther() {
-        for (const bool decimal : {true, false}) {
-            QLineEdit* box = decimal ? w_->ui.txCnvDec : w_->ui.txCnvHex;
-            const QString typed = decimal ? QStringLiteral("255") : QStringLiteral("8000");
+        for (const test::ConversionCase& c : test::kConversionCases) {
+            auto* box = w_->findChild<QLineEdit*>(c.box);
+            const QString typed = QString::fromLatin1(c.typed);
             box->clear();
             QSignalSpy edits(box, &QLineEdit::textChanged);
             test::ShowPageOf(*w_, box);
             test::TypeText(box, typed);
-            QCOMPARE((decimal ? w_->ui.txCnvHex : w_->ui.txCnvDec)->text(),
-                     decimal ? QStringLiteral("FF") : QStringLiteral("-32768"));
+            QCOMPARE(w_->findChild<QLineEdit*>(c.other)->text(), QString::fromLatin1(c.shown));
             // One change per key and exactly the typed text: no conversion came back into the box.
             QCOMPARE(box->text(), typed);
             QCOMPARE(edits.count(), typed.size());
