@@ -10,6 +10,11 @@ namespace {
 
 using test::ChannelTest;
 
+#ifdef _WIN32
+// The test prefix points every COM port at nothing.
+const std::string kUnusable = " n\xE3o pode ser aberta: Dispositivo indispon\xEDvel";
+#endif
+
 TEST(ChannelTableTest, EveryOperationIsSilentBeforeCanIniAndAfterCanFim) {
     test::RecordingMsgSink boxes;
     for (int round = 0; round < 2; ++round) {
@@ -149,16 +154,30 @@ TEST_F(ChannelTest, FileFailuresAreShownUnderTheirFunction) {
 // A port the control or the device cannot take is reported by the open, settings before any
 // device is touched; the write and the close after it find the port closed.
 TEST_F(ChannelTest, APortThatCannotOpenIsReportedByTheOpen) {
-    std::vector<test::OpenRefusal> cases = test::HostOpenRefusals(dir);
-    cases.insert(
-        cases.end(),
-        {{Variant(std::int16_t{12}), "", "9600,n,8,1", "N\xFAmero de porta 12 fora de 1..9"},
-         {"COM3", "", "",
-          "Configura\xE7\xE3o inv\xE1lida \"\": use velocidade,paridade,dados,paragem como "
-          "9600,n,8,1"},
-         {"COM3", "", "9601,n,8,1",
-          "Velocidade 9601 n\xE3o suportada: use 110, 300, 600, 1200, 2400, 4800, 9600, 14400, "
-          "19200, 28800, 38400, 56000, 57600, 115200, 128000 ou 256000"}});
+    // What the channel names, the device given for port 2 ("" for its own), the settings, and
+    // the reason the box gives.
+    const struct {
+        Variant porta;
+        std::string device;
+        const char* par;
+        std::string error;
+    } cases[] = {
+#ifdef _WIN32
+        {"COM2", "", "9600,n,8,1", "Porta 2 (COM2)" + kUnusable},
+        {"COM2", "com7", "9600,n,8,1", "Porta 2 (com7)" + kUnusable},
+        {"COM2", "\\\\.\\COM12", "9600,n,8,1", "Porta 2 (\\\\.\\COM12)" + kUnusable},
+        {"COM2", "LUMBRA-SEM-PORTA", "9600,n,8,1", "Porta 2 (LUMBRA-SEM-PORTA) n\xE3o existe"},
+#else
+        {"COM2", dir.file("ttyGone"), "9600,n,8,1",
+         "Porta 2 (" + dir.file("ttyGone") + ") n\xE3o existe"},
+#endif
+        {Variant(std::int16_t{12}), "", "9600,n,8,1", "N\xFAmero de porta 12 fora de 1..9"},
+        {"COM3", "", "",
+         "Configura\xE7\xE3o inv\xE1lida \"\": use velocidade,paridade,dados,paragem como "
+         "9600,n,8,1"},
+        {"COM3", "", "9601,n,8,1",
+         "Velocidade 9601 n\xE3o suportada: use 110, 300, 600, 1200, 2400, 4800, 9600, 14400, "
+         "19200, 28800, 38400, 56000, 57600, 115200, 128000 ou 256000"}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.error);
         boxes.clear();

@@ -55,15 +55,4 @@ class ChannelTest : public ::testing::Test {
     std::vector<std::string> reports;  // "channel name:bytes", one per write that went out
 };
 
-// A port the open refuses: what the channel names, the device given for port 2 ("" for its own),
-// the settings, and the reason the box gives.
-struct OpenRefusal {
-    Variant porta;
-    std::string device;
-    const char* par;
-    std::string error;
-};
-// The refusals of this system's devices, next to its own tests.
-std::vector<OpenRefusal> HostOpenRefusals(const TempDir& dir);
-
 }  // namespace lumbra::test

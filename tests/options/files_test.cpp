@@ -1,25 +1,52 @@
-// Parameter files written: records loaded line by line, changed and written back whole; a new file
-// started with its header and zone blocks. Every write either gives the target the whole new text
-// or leaves the old one, and leaves nothing beside it.
+// Parameter files written: records loaded, changed and written back whole; a new file started with
+// its header and zones. Every write gives the target the whole new text or leaves the old one.
 
 #include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "platform/file_handles.h"
 #include "platform/msg_box.h"
-#include "tests/options/size_limit.h"
 #include "tests/options/tda_opc.h"
 #include "tests/support/recording_msg_sink.h"
 #include "tests/support/unprivileged.h"
 
 namespace lumbra::test {
 namespace {
+
+// Runs work with files limited to 4 KiB when limited is true: the host refuses a write part way,
+// as a full disk does.
+void WithSizeLimit(bool limited, const std::function<void()>& work) {
+    struct sigaction ignore {
+    }, previous{};
+    ignore.sa_handler = SIG_IGN;
+    ::sigaction(SIGXFSZ, &ignore, &previous);
+    rlimit old{};
+    ::getrlimit(RLIMIT_FSIZE, &old);
+    rlimit small = old;
+    if (limited) small.rlim_cur = 4096;
+    ::setrlimit(RLIMIT_FSIZE, &small);
+    work();
+    ::setrlimit(RLIMIT_FSIZE, &old);
+    ::sigaction(SIGXFSZ, &previous, nullptr);
+}
+
+// 200 lines of 70 bytes: more than the 4 KiB limit lets through.
+std::vector<std::string> ManyLines() {
+    std::vector<std::string> many;
+    for (int i = 0; i < 200; ++i)
+        many.push_back("Linha [L" + std::to_string(i) + "]=" + std::string(60, 'x'));
+    return many;
+}
 
 class Files : public ::testing::Test {
   protected:
@@ -59,67 +86,51 @@ TEST_F(Files, RegPrpKeepsLinesAsWrittenAndRegExeEndsEachWithCrLf) {
 }
 
 TEST_F(Files, RegConFindsVariablesByTheNameAfterTheirKind) {
-    const struct {
-        std::string line, var;
-        Variant entry, expected;
-        std::int16_t ok;
-    } cases[] = {
+    // A line whose "=" comes too early is no assignment and names nothing.
+    const std::tuple<std::string, std::string, Variant, Variant, std::int16_t> cases[] = {
         {"Vel [N:VEL]=9600", "VEL", "", "9600", 1},
         {"Vel [ vel ]=9600", " Vel ", "", "9600", 1},
         {"Vel [VEL]= &H1B", "VEL", 0.0, 27.0, 1},
         {"Vel [VEL]=99999", "VEL", std::int16_t{7}, std::int16_t{0}, 0},
-        // A line whose "=" comes too early is no assignment and names nothing.
-        {"V [=1", "V", "x", "", 1},
-    };
-    for (const auto& c : cases) {
-        Load(Lines({c.line}));
-        Variant vp = c.entry;
-        std::int16_t ok = -1;
-        opc.RegCon(c.var, vp, ok);
-        EXPECT_EQ(vp, c.expected) << c.line;
-        EXPECT_EQ(ok, c.ok) << c.line;
+        {"V [=1", "V", "x", "", 1}};
+    for (const auto& [line, var, entry, expected, ok] : cases) {
+        Load(Lines({line}));
+        Variant vp = entry;
+        std::int16_t got = -1;
+        opc.RegCon(var, vp, got);
+        EXPECT_EQ(std::make_tuple(vp, got), std::make_tuple(expected, ok)) << line;
         opc.RegExe("", 0);
     }
 }
 
 TEST_F(Files, RegVarAltChangesOrAppendsRecords) {
-    const struct {
-        std::string line, var;
-        Variant vp;
-        std::int16_t cri;
-        std::string expected;
-    } cases[] = {
+    // The blanks after the old "=" go with the old value, and so does a later "=". A record
+    // without a name is never found, not even by an empty name.
+    const std::tuple<std::string, std::string, Variant, std::int16_t, std::string> cases[] = {
         {"Vel [VEL]=9600", "vel", std::int16_t{19200}, 0, Lines({"Vel [VEL]=19200"})},
-        // The blanks after the old "=" go with the old value, and so does a later "=".
         {"Porta [PORTA] = a=b", "PORTA", " c ", 0, Lines({"Porta [PORTA] = c "})},
         {"Vel [VEL]=9600", " Novo ", 1.5, 1, Lines({"Vel [VEL]=9600", "??? [ Novo ]=1.5"})},
-        // A record without a name is never found, not even by an empty name.
-        {"' coment\xE1rio", "", "x", 0, Lines({"' coment\xE1rio"})},
-    };
-    for (const auto& c : cases) {
-        Load(Lines({c.line}));
-        opc.RegVarAlt(c.var, c.vp, c.cri);
-        EXPECT_EQ(Written(), c.expected) << c.line;
+        {"' coment\xE1rio", "", "x", 0, Lines({"' coment\xE1rio"})}};
+    for (const auto& [line, var, vp, cri, expected] : cases) {
+        Load(Lines({line}));
+        opc.RegVarAlt(var, vp, cri);
+        EXPECT_EQ(Written(), expected) << line;
     }
 }
 
 TEST_F(Files, RegVarEliMarksTheRecordAndRegExeDropsOrKeepsTheMark) {
-    const struct {
-        std::int16_t lpz;
-        std::string expected;
-    } cases[] = {
+    // Any other lpz writes no record at all.
+    const std::tuple<std::int16_t, std::string> cases[] = {
         {0, Lines({"A [A]=1", "\xAB\xBB", "C [C]=3"})},
         {1, Lines({"A [A]=1", "C [C]=3"})},
-        // Any other lpz writes no record at all.
-        {2, ""},
-    };
-    for (const auto& c : cases) {
+        {2, ""}};
+    for (const auto& [lpz, expected] : cases) {
         Load(Lines({"A [A]=1", "Vel [N:VEL]=9600", "C [C]=3"}));
         opc.RegVarEli("vel");
         std::int16_t ok = 0;
-        opc.RegExe("", c.lpz, ok);
-        EXPECT_EQ(ok, 1);
-        EXPECT_EQ(dir.read("p.par"), c.expected) << c.lpz;
+        opc.RegExe("", lpz, ok);
+        EXPECT_EQ(std::make_tuple(ok, dir.read("p.par")),
+                  std::make_tuple(std::int16_t{1}, expected));
     }
 }
 
@@ -157,8 +168,7 @@ TEST_F(Files, RecordsBeyond32000AreKeptButNotFound) {
     Variant p = std::string("x"), u = std::string("x");
     opc.RegCon("P", p);
     opc.RegCon("U", u);
-    EXPECT_EQ(p, Variant("1"));
-    EXPECT_EQ(u, Variant(""));
+    EXPECT_EQ(std::make_tuple(p, u), std::make_tuple(Variant("1"), Variant("")));
     opc.RegVarAlt("U", "2", 0);
     EXPECT_EQ(Written(), bytes);
 }
@@ -167,39 +177,34 @@ TEST_F(Files, RecordsBeyond32000AreKeptButNotFound) {
 TEST_F(Files, RegExeWritesTheTargetWholeOrLeavesItAsItWas) {
     const std::string before = Lines({"A [A]=1"}), after = Lines({"A [A]=2"});
     std::string big;
-    for (int i = 0; i < 200; ++i)
-        big += "Linha [L" + std::to_string(i) + "]=" + std::string(60, 'x') + "\r\n";
+    for (const auto& line : ManyLines())
+        big += line + "\r\n";
     // The name of another file is taken as given, its blanks included.
     const std::string copy = "novo/pasta/copia.par ";
-    const struct {
-        const char* what;
-        std::string content, target;
-        bool stale, reading, limited;
-        std::int16_t ok;
-        std::size_t files;
-    } cases[] = {
-        {"in place", before, "", false, false, false, 1, 1},
-        {"a stale replacement file is replaced", before, "", true, false, false, 1, 1},
-        {"another file, its folders made", before, dir.file(copy), false, false, false, 1, 2},
-        {"a file open for reading", before, "", false, true, false, -platform::kErrFileAlreadyOpen,
-         1},
-        {"a full disk", big, "", false, false, true, -platform::kErrDiskFull, 1},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.what);
+    // what (a stale replacement file, another file whose folders are made, a file open for
+    // reading, a full disk), content, target, ok, files in the folder after
+    enum What { InPlace, Stale, Other, Reading, Full };
+    const std::tuple<What, std::string, std::string, std::int16_t, std::size_t> cases[] = {
+        {InPlace, before, "", 1, 1},
+        {Stale, before, "", 1, 1},
+        {Other, before, dir.file(copy), 1, 2},
+        {Reading, before, "", -platform::kErrFileAlreadyOpen, 1},
+        {Full, big, "", -platform::kErrDiskFull, 1}};
+    for (const auto& [what, content, target, ok, files] : cases) {
+        SCOPED_TRACE(what);
         std::filesystem::remove_all(dir.file("novo"));
-        const std::string fic = Load(c.content);
-        if (c.stale) dir.write("p.par.grv~", "restos");
+        const std::string fic = Load(content);
+        if (what == Stale) dir.write("p.par.grv~", "restos");
         opc.RegVarAlt("A", "2", 1);
         OpenTdaOpc reader;
-        if (c.reading) reader.tboPrp(fic);
-        std::int16_t ok = 0;
-        WithSizeLimit(c.limited, [&] { opc.RegExe(c.target, 0, ok); });
+        if (what == Reading) reader.tboPrp(fic);
+        std::int16_t got = 0;
+        WithSizeLimit(what == Full, [&] { opc.RegExe(target, 0, got); });
         reader.tboFim();
-        EXPECT_EQ(ok, c.ok);
-        EXPECT_EQ(dir.read("p.par"), c.ok == 1 && c.target.empty() ? after : c.content);
-        EXPECT_EQ(dir.read(copy), c.target.empty() ? "" : after);
-        EXPECT_EQ(FilesIn(dir), c.files);
+        EXPECT_EQ(got, ok);
+        EXPECT_EQ(dir.read("p.par"), ok == 1 && target.empty() ? after : content);
+        EXPECT_EQ(dir.read(copy), target.empty() ? "" : after);
+        EXPECT_EQ(FilesIn(dir), files);
     }
 }
 
@@ -223,10 +228,13 @@ TEST_F(Files, AFolderThatRefusesNewFilesGetsTheFileWrittenInPlace) {
 
 const std::string kRule = "'" + std::string(79, '=');
 const std::string kConfiguracao = "Configura\xE7\xE3o";
-// The header written for Lumbra.par with the description "Configuração" and nothing else.
-const std::string kExampleHeader =
-    Lines({"'Nome       : Lumbra.par", "'Tipo       : PAR", "'Data       : ", "'Versao     : 1.0",
-           "'Descricao  : " + kConfiguracao, ""});
+// The header written for Lumbra.par with the description "Configuração", then a DEF zone.
+std::string NewFile(const std::string& name, const std::vector<std::string>& body) {
+    return Lines({"'Nome       : Lumbra.par", "'Tipo       : PAR",
+                  "'Data       : ", "'Versao     : 1.0", "'Descricao  : " + kConfiguracao, "",
+                  kRule, "#DEF - " + name, kRule}) +
+           Lines(body) + Lines({"##", "", ""});
+}
 
 // The replacement files in the temporary folder itself.
 std::size_t ReplacementFilesInTempFolder() {
@@ -238,65 +246,54 @@ std::size_t ReplacementFilesInTempFolder() {
     return n;
 }
 
-// A new file's writing: the old content stays until the file is closed whole, and a write refused
-// part way or a file that cannot be opened reaches every ok code, in place or through a
-// replacement, and leaves the old file behind and nothing beside it, in the current folder either.
+// A new file's writing: the old content stays until the file is closed whole; a write refused part
+// way or a file that cannot be opened reaches every ok code and leaves the old file and nothing
+// beside it, in the current folder or the temporary one.
 TEST_F(Files, WritingANewFileCommitsItWholeOrKeepsTheOldOne) {
     const std::string old = Lines({"'Nome       : velho"});
-    std::vector<std::string> many(1);
-    for (int i = 0; i < 200; ++i)
-        many.push_back("Linha [L" + std::to_string(i) + "]=" + std::string(60, 'x'));
     const std::vector<std::string> zone = {"", "A [A]=1"};
-    const struct {
-        std::string fic;
-        bool limited, readOnly;
-        std::vector<std::string> zone;
-        std::int16_t cabOk, zonOk, fimOk;
-        std::string after;
-    } cases[] = {
-        // Slot 0 of the zone's lines is never written.
-        {dir.file("Lumbra.par"),
-         false,
-         false,
-         {"ignorado", "A [A]=1"},
-         1,
-         1,
-         1,
-         kExampleHeader + Lines({kRule, "#DEF - Geral", kRule, "A [A]=1", "##", "", ""})},
-        {dir.file("Lumbra.par"), true, false, many, 1, -61, -61, old},
-        {dir.file("falta/novo.par"), false, false, zone, -76, -76, -76, old},
-        {dir.file("novo.par"), false, true, zone, -70, -70, -70, old},
-        {"/dev/full", false, false, zone, -61, -61, -61, old},
-        {"", false, false, zone, -52, -52, -52, old},
-    };
+    enum How { Plain, Limited, ReadOnly };
+    // Slot 0 of the zone's lines is never written. file, how, zone, CabCri, RegZon, tboFim, after
+    const std::tuple<std::string, How, std::vector<std::string>, int, int, int, std::string>
+        cases[] = {{dir.file("Lumbra.par"),
+                    Plain,
+                    {"ignorado", "A [A]=1"},
+                    1,
+                    1,
+                    1,
+                    NewFile("Geral", {"A [A]=1"})},
+                   {dir.file("Lumbra.par"), Limited, ManyLines(), 1, -61, -61, old},
+                   {dir.file("falta/novo.par"), Plain, zone, -76, -76, -76, old},
+                   {dir.file("novo.par"), ReadOnly, zone, -70, -70, -70, old},
+                   {"/dev/full", Plain, zone, -61, -61, -61, old},
+                   {"", Plain, zone, -52, -52, -52, old}};
     const ScopedCurrentDir inDir(dir.path());
     const std::size_t strays = ReplacementFilesInTempFolder();
-    for (const auto& c : cases) {
+    for (const auto& [fic, how, lines, cab, zon, fim, after] : cases) {
         // Root writes whatever a folder's permissions say.
-        if (c.readOnly && ::geteuid() == 0) continue;
+        if (how == ReadOnly && ::geteuid() == 0) continue;
         dir.write("Lumbra.par", old);
         std::int16_t cabOk = 0, zonOk = 0, fimOk = 0;
-        if (c.readOnly) ::chmod(dir.path().c_str(), 0555);
-        WithSizeLimit(c.limited, [&] {
-            opc.tboFic(c.fic);
+        if (how == ReadOnly) ::chmod(dir.path().c_str(), 0555);
+        WithSizeLimit(how == Limited, [&] {
+            opc.tboFic(fic);
             opc.CabPrp("", "", "", kConfiguracao);
             opc.CabCri(0, cabOk);
-            opc.RegZon("DEF", c.zone, "Geral", zonOk);
+            opc.RegZon("DEF", lines, "Geral", zonOk);
             EXPECT_EQ(dir.read("Lumbra.par"), old) << "nothing shows before the close";
             opc.tboFim(fimOk);
         });
         ::chmod(dir.path().c_str(), 0755);
-        EXPECT_EQ(std::vector<int>({cabOk, zonOk, fimOk}),
-                  std::vector<int>({c.cabOk, c.zonOk, c.fimOk}))
-            << c.fic;
-        EXPECT_EQ(dir.read("Lumbra.par"), c.after) << c.fic;
+        EXPECT_EQ(std::make_tuple(cabOk, zonOk, fimOk, dir.read("Lumbra.par")),
+                  std::make_tuple(cab, zon, fim, after))
+            << fic;
         EXPECT_EQ(FilesIn(dir), 1u) << "no replacement file or part written is left";
-        EXPECT_EQ(ReplacementFilesInTempFolder(), strays) << c.fic;
+        EXPECT_EQ(ReplacementFilesInTempFolder(), strays) << fic;
     }
 }
 
 TEST_F(Files, EveryCloseOfAFileBeingWrittenGivesItsTargetTheWrittenText) {
-    const std::string written = kExampleHeader + Lines({kRule, "#DEF - ", kRule, "##", "", ""});
+    const std::string written = NewFile("", {});
     enum class Close { KvIni, Destroy, ProgramEnd };
     for (const Close close : {Close::KvIni, Close::Destroy, Close::ProgramEnd}) {
         dir.write("Lumbra.par", "velho\r\n");

@@ -5,8 +5,6 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <functional>
-#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,13 +25,12 @@ class OpenTdaOpc : public TdaOpc {
     const std::vector<ParReg>& optionTable() const { return opcTab; }
     const std::vector<TboReg>& entries() const { return tboTab; }
 
-    // Reads one logical line; its text.
+    // The text of the next logical line.
     std::string next() {
         std::int16_t ok = 0;
         LerLin(ok);
         return parAct.txp;
     }
-    // The text of option chv.
     std::string option(const std::string& chv) {
         std::string value;
         OpcCon(chv, value);
@@ -42,9 +39,9 @@ class OpenTdaOpc : public TdaOpc {
 };
 
 // The lines, each followed by CR LF.
-inline std::string Lines(std::initializer_list<std::string_view> lines) {
+inline std::string Lines(const std::vector<std::string>& lines) {
     std::string bytes;
-    for (const std::string_view line : lines)
+    for (const auto& line : lines)
         (bytes += line) += "\r\n";
     return bytes;
 }
@@ -52,23 +49,20 @@ inline std::string Lines(std::initializer_list<std::string_view> lines) {
 // Writes name into dir as a parameter file: five header lines of type PAR, then the body lines.
 inline std::string ParameterFile(const TempDir& dir, const std::string& name,
                                  const std::vector<std::string>& body) {
-    std::string bytes = Lines({"'Nome       : x.par", "'Tipo       : PAR",
-                               "'Data       : ", "'Versao     : 1.0", "'Descricao  : "});
-    for (const auto& line : body)
-        bytes += line + "\r\n";
-    dir.write(name, bytes);
+    dir.write(name, Lines({"'Nome       : x.par", "'Tipo       : PAR",
+                           "'Data       : ", "'Versao     : 1.0", "'Descricao  : "}) +
+                        Lines(body));
     return dir.file(name);
 }
 
 // The lines of text, split at each "\n".
 inline std::vector<std::string> Split(std::string_view text) {
     std::vector<std::string> lines;
-    for (std::size_t from = 0;;) {
-        const std::size_t end = text.find('\n', from);
+    for (std::size_t from = 0, end = 0; end != std::string_view::npos; from = end + 1) {
+        end = text.find('\n', from);
         lines.emplace_back(text.substr(from, end - from));
-        if (end == std::string_view::npos) return lines;
-        from = end + 1;
     }
+    return lines;
 }
 
 // How many entries the folder holds: a whole-file write must leave no temporary file behind.

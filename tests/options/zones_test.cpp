@@ -1,11 +1,11 @@
 // The zone walk on real parameter files: headers, IDE and TX bodies, the DEF and OPC zones, the
-// memory table the records go to, the files a technician gets wrong, and the option-table files
-// read through it.
+// memory table, the files a technician gets wrong, and the option-table files read through it.
 
 #include <gtest/gtest.h>
 
 #include <cstdint>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "tests/options/tda_opc.h"
@@ -13,6 +13,8 @@
 
 namespace lumbra::test {
 namespace {
+
+using Words = std::vector<std::string>;
 
 struct Zone {
     std::string ide, tip;
@@ -43,7 +45,7 @@ TEST(ZoneWalk, TheExampleFileGivesItsThreeZonesCallByCall) {
     opc.LcPrpArg("antes");
 
     EXPECT_EQ(NextZone(opc), (Zone{"DEF", "IDE", 2, "Geral"}));
-    std::vector<std::string> expected;
+    Words expected;
     std::int16_t ok = 0;
     LstIni(expected);
     LstAct(expected, "DBGMODO", "0", ok);
@@ -61,8 +63,7 @@ TEST(ZoneWalk, TheExampleFileGivesItsThreeZonesCallByCall) {
 
     EXPECT_EQ(NextZone(opc), (Zone{"AJUDA", "TX", 2, "Ajuda"}));
     EXPECT_EQ(opc.specials(), "[CnvChr=0]");
-    EXPECT_EQ(opc.records(),
-              (std::vector<std::string>{"", "Primeira linha chr$(65)", "' tamb\xE9m guardada"}));
+    EXPECT_EQ(opc.records(), (Words{"", "Primeira linha chr$(65)", "' tamb\xE9m guardada"}));
 
     EXPECT_EQ(NextZone(opc), kEnd);
     EXPECT_EQ(NextZone(opc), kEnd) << "an exhausted walk keeps answering the end";
@@ -71,82 +72,81 @@ TEST(ZoneWalk, TheExampleFileGivesItsThreeZonesCallByCall) {
 }
 
 TEST(ZoneWalk, HeaderLinesGiveIdentifierKindAndInformationText) {
-    const struct {
-        std::string header;
-        Zone zone;
-        std::string espLst, value;
-    } cases[] = {
+    // [CnvChr=0] keeps the zone's values as written; any other item leaves them decoded. A blank
+    // ends the head, so ":TX" after it is description, not the kind.
+    const std::tuple<std::string, Zone, std::string, std::string> cases[] = {
         {"#ajuda:tx Texto - Ajuda [CnvChr=0]", {"AJUDA", "TX", 1, "Ajuda"}, "[CnvChr=0]", ""},
-        // [CnvChr=0] keeps the zone's values as written; any other item leaves them decoded.
         {"#LIG - Porta [cnvchr=0]", {"LIG", "IDE", 1, "Porta"}, "[cnvchr=0]", "chr$(65)"},
         {"#LIG - Porta [X=1]", {"LIG", "IDE", 1, "Porta"}, "[X=1]", "A"},
-        // A blank ends the head, so ":TX" after it is description, not the kind.
         {"#LIG :TX", {"LIG", "IDE", 1, ""}, "", "A"},
-        {"#LIG - Porta chr$(65)", {"LIG", "IDE", 1, "Porta A"}, "", "A"},
-    };
-    for (const auto& c : cases) {
+        {"#LIG - Porta chr$(65)", {"LIG", "IDE", 1, "Porta A"}, "", "A"}};
+    for (const auto& [header, zone, espLst, value] : cases) {
         TempDir dir;
         OpenTdaOpc opc;
-        opc.ZonIni(ParameterFile(dir, "z.par", {c.header, "Porta [P]=chr$(65)", "##"}));
-        EXPECT_EQ(NextZone(opc), c.zone) << c.header;
-        EXPECT_EQ(opc.specials(), c.espLst) << c.header;
-        EXPECT_EQ(opc.memory().size() > 1 ? opc.memory()[1].vtx : "", c.value) << c.header;
+        opc.ZonIni(ParameterFile(dir, "z.par", {header, "Porta [P]=chr$(65)", "##"}));
+        EXPECT_EQ(NextZone(opc), zone) << header;
+        EXPECT_EQ(opc.specials(), espLst) << header;
+        EXPECT_EQ(opc.memory().size() > 1 ? opc.memory()[1].vtx : "", value) << header;
         opc.ZonFim();
     }
 }
 
-TEST(ZoneWalk, IdeZonesRegisterOnlyAssignmentsWithAnIdentifier) {
+TEST(ZoneWalk, IdeZonesRegisterOnlyAssignmentsWithAnIdentifierTxZonesEveryLineNotEmpty) {
     TempDir dir;
     OpenTdaOpc opc;
     opc.ZonIni(ParameterFile(dir, "z.par",
-                             {"#LIG", "' coment\xE1rio", "$ marcada", "$$ marcada", "? livre",
-                              "Porta=COM2", "Porta []=COM2", "ab=1", "   ", "",
-                              "Porta 1 [ ser ]=COM1", "Porta [SER]= COM1,9600", "##"}));
+                             {"#LIG",
+                              "' coment\xE1rio",
+                              "$ marcada",
+                              "$$ marcada",
+                              "? livre",
+                              "Porta=COM2",
+                              "Porta []=COM2",
+                              "ab=1",
+                              "   ",
+                              "",
+                              "Porta 1 [ ser ]=COM1",
+                              "Porta [SER]= COM1,9600",
+                              "##",
+                              "#T:TX",
+                              "' coment\xE1rio",
+                              "",
+                              "   ",
+                              "Porta [P]=1",
+                              "#falso",
+                              "##",
+                              "#VAZIA:TX",
+                              "##"}));
     EXPECT_EQ(NextZone(opc), (Zone{"LIG", "IDE", 2, ""}));
     ASSERT_EQ(opc.memory().size(), 3U);
     EXPECT_EQ(opc.memory()[1].txp, "Porta 1 [ ser ]=COM1");
     EXPECT_EQ(opc.memory()[2].vtx, " COM1,9600");
-}
-
-TEST(ZoneWalk, TxZonesKeepEveryLineThatIsNotEmpty) {
-    TempDir dir;
-    OpenTdaOpc opc;
-    opc.ZonIni(ParameterFile(
-        dir, "z.par",
-        {"#T:TX", "' coment\xE1rio", "", "   ", "Porta [P]=1", "#falso", "##", "#VAZIA:TX", "##"}));
     EXPECT_EQ(NextZone(opc), (Zone{"T", "TX", 4, ""}));
-    EXPECT_EQ(opc.records(),
-              (std::vector<std::string>{"", "' coment\xE1rio", "   ", "Porta [P]=1", "#falso"}));
-    EXPECT_EQ(opc.memory().size(), 1u) << "a TX zone registers nothing";
+    EXPECT_EQ(opc.records(), (Words{"", "' coment\xE1rio", "   ", "Porta [P]=1", "#falso"}));
+    EXPECT_EQ(opc.memory().size(), 3u) << "a TX zone registers nothing";
     EXPECT_EQ(NextZone(opc), (Zone{"VAZIA", "TX", 0, ""}));
-    std::vector<std::string> txz{"velho"};
+    Words txz{"velho"};
     opc.ZonArr("TX", 0, txz);
-    EXPECT_EQ(txz, std::vector<std::string>{""});
+    EXPECT_EQ(txz, Words{""});
 }
 
 TEST(ZoneWalk, MistakesInTheFileGiveTheZonesTheWalkCanSee) {
-    const struct {
-        std::string what;
-        std::vector<std::string> body;
-        std::vector<Zone> zones;
-    } cases[] = {
-        {"an IDE zone not closed swallows the next one and its header",
-         {"#A", "X [X]=1", "#B", "Y [Y]=2"},
-         {{"A", "IDE", 2, ""}, kEnd}},
-        {"an end line with more after ##",
-         {"#A", "X [X]=1", "## fim de A", "#B:TX", "b", "##"},
-         {{"A", "IDE", 1, ""}, {"B", "TX", 1, ""}, kEnd}},
-    };
-    for (const auto& c : cases) {
+    // An IDE zone not closed swallows the next one and its header; an end line may have more
+    // after "##".
+    const std::tuple<Words, std::vector<Zone>> cases[] = {
+        {{"#A", "X [X]=1", "#B", "Y [Y]=2"}, {{"A", "IDE", 2, ""}, kEnd}},
+        {{"#A", "X [X]=1", "## fim de A", "#B:TX", "b", "##"},
+         {{"A", "IDE", 1, ""}, {"B", "TX", 1, ""}, kEnd}}};
+    for (const auto& [body, expected] : cases) {
         TempDir dir;
         OpenTdaOpc opc;
-        opc.ZonIni(ParameterFile(dir, "z.par", c.body));
+        opc.ZonIni(ParameterFile(dir, "z.par", body));
         std::vector<Zone> zones;
         do {
             zones.push_back(NextZone(opc));
         } while (!zones.back().ide.empty());
         opc.ZonFim();
-        EXPECT_EQ(zones, c.zones) << c.what;
+        EXPECT_EQ(zones, expected) << body[2];
     }
 }
 
@@ -169,7 +169,7 @@ TEST(ZoneWalk, OnlyIdeZonesNamedDefOrOpcBuildOptions) {
 
 TEST(ZoneWalk, ZonesPastTheSixteenBitCountAreReadToTheirEnd) {
     for (const std::string kind : {"", ":TX"}) {
-        std::vector<std::string> body{"#GRANDE" + kind};
+        Words body{"#GRANDE" + kind};
         body.insert(body.end(), 32769, "Linha [L]=1");
         body.insert(body.end(), {"##", "#SEGUINTE", "P [P]=1", "##"});
         TempDir dir;
@@ -181,67 +181,48 @@ TEST(ZoneWalk, ZonesPastTheSixteenBitCountAreReadToTheirEnd) {
     }
 }
 
-// Prepares each line as the current parameter and registers it; the count that results.
-std::int16_t Register(TdaOpc& opc, const std::vector<std::string>& lines, std::int16_t reg = 0) {
-    std::int16_t cnt = 0;
-    for (const auto& line : lines) {
-        opc.MemOpcPrp(line);
-        opc.MemReg(cnt, reg);
-    }
-    return cnt;
-}
-
 TEST(MemoryTable, FindsEntriesByIndexNameOrRoundedNumberWithTheTypedValueRule) {
     OpenTdaOpc opc;
-    EXPECT_EQ(Register(opc, {"Porta [PORTA] = COM1", "x [DEF.DbgModo] = 1", "y [ a . b ]=2",
-                             "Pausa = 5", "Esc [ESC]=&H1B"}),
-              4);
-    const struct {
-        std::string name;
-        Variant target, value;
-        std::int16_t exi;
-        std::string tpp;
-    } byName[] = {
-        {"porta ", "", " COM1", 1, "="},
-        {"DbgModo", Variant(), 1.0, 1, "="},
-        {"ESC", 1.0, 27.0, 1, "="},
-    };
-    for (const auto& c : byName) {
-        Variant vp = c.target;
+    std::int16_t cnt = 0;
+    for (const auto* line : {"Porta [PORTA] = COM1", "x [DEF.DbgModo] = 1", "y [ a . b ]=2",
+                             "Pausa = 5", "Esc [ESC]=&H1B"}) {
+        opc.MemOpcPrp(line);
+        opc.MemReg(cnt, 0);
+    }
+    EXPECT_EQ(cnt, 4);
+    // name, target, value (exi 1, tpp "=")
+    const std::tuple<std::string, Variant, Variant> byName[] = {
+        {"porta ", "", " COM1"}, {"DbgModo", Variant(), 1.0}, {"ESC", 1.0, 27.0}};
+    for (const auto& [name, target, value] : byName) {
+        Variant vp = target;
         std::int16_t exi = -1;
         std::string tpp = "old";
-        opc.MemCon(c.name, vp, exi, tpp);
-        EXPECT_EQ(vp, c.value) << c.name;
-        EXPECT_EQ(exi, c.exi) << c.name;
-        EXPECT_EQ(tpp, c.tpp) << c.name;
+        opc.MemCon(name, vp, exi, tpp);
+        EXPECT_EQ(std::make_tuple(vp, exi, tpp), std::make_tuple(value, 1, "=")) << name;
     }
-    const struct {
-        Variant op;
-        std::int16_t idx;
-        std::string txp;
-    } byNumber[] = {
+    const std::tuple<Variant, std::int16_t, std::string> byNumber[] = {
         {2.5, 2, "x [DEF.DbgModo] = 1"},
         {3.5, 4, "Esc [ESC]=&H1B"},
         {" dbgmodo ", 2, "x [DEF.DbgModo] = 1"},
         {"NADA", -1, ""},
         {70000.0, -1, ""},
-        {std::int16_t{5}, 5, ""},
-    };
-    for (const auto& c : byNumber) {
-        std::int16_t idx = 99;
-        opc.MemIdxUsa(c.op, idx);
-        EXPECT_EQ(idx, c.idx) << c.txp;
+        {std::int16_t{5}, 5, ""}};
+    for (const auto& [op, expectedIdx, expectedTxp] : byNumber) {
+        std::int16_t idx = 99, exi = -1;
         std::string txp = "old";
-        std::int16_t exi = -1;
-        opc.MemConTxp(c.op, txp, exi);
-        EXPECT_EQ(txp, c.txp);
-        EXPECT_EQ(exi, c.idx >= 0 && c.idx <= 4 ? 1 : 0) << "number 0 is the empty entry";
+        opc.MemIdxUsa(op, idx);
+        opc.MemConTxp(op, txp, exi);
+        // number 0 is the empty entry
+        EXPECT_EQ(std::make_tuple(idx, txp, exi),
+                  std::make_tuple(expectedIdx, expectedTxp, expectedIdx >= 0 && expectedIdx <= 4))
+            << expectedTxp;
     }
 }
 
-// An option-table file with entries of every shape.
-std::string TableFile(const TempDir& dir) {
-    return ParameterFile(
+TEST(OptionFiles, TheGroupSelectionPicksEntriesInFileOrder) {
+    TempDir dir;
+    OpenTdaOpc opc;
+    const std::string fic = ParameterFile(
         dir, "Programas.tbo",
         Split("#DEF - Geral\nBase [DirBas]=C:\\LUMBRA\n##\n#TBO - Programas\n"
               "Editor de texto [1:DIV]=[DirBas]\\notepad.exe\nCalculadora [0:DIV]=calc.exe\n"
@@ -249,33 +230,24 @@ std::string TableFile(const TempDir& dir) {
               "Sem grupo [1]=w\nSem colchetes = v\n' comentario [1:DIV]=c\n##\n"
               "#LIG - Outra zona\nPorta [1:DIV]=COM1\n##\n#TBO:TX - Texto\nTexto [1:DIV]=t\n##\n"
               "#tbo - Mais\nOutro [1:GAV]=o.exe\n##"));
-}
-
-TEST(OptionFiles, TheGroupSelectionPicksEntriesInFileOrder) {
-    TempDir dir;
-    OpenTdaOpc opc;
-    using Names = std::vector<std::string>;
-    const struct {
-        std::string grv;
-        Names names;
-    } cases[] = {
-        // The TX zone registers nothing: its one line reads record 1 left by the LIG zone.
+    // The TX zone registers nothing: its one line reads record 1 left by the LIG zone.
+    const std::tuple<std::string, Words> cases[] = {
         {"",
          {"Editor de texto", "Calculadora", "Gaveta", "Espaco", "Minusculas", "Sem grupo", "Porta",
           "Outro"}},
         {"*", {"Editor de texto", "Gaveta", "Minusculas", "Sem grupo", "Porta", "Outro"}},
         {"DIV,GAV", {"Editor de texto", "Gaveta", "Porta", "Outro"}},
         {"DIV, GAV", {"Editor de texto", "Porta"}},
-        {"div", {"Minusculas"}},
-    };
-    for (const auto& c : cases) {
+        {"div", {"Minusculas"}}};
+    for (const auto& [grv, expected] : cases) {
         std::int16_t nop = -1;
-        opc.tbOpcPrp(TableFile(dir), c.grv, "TBO", nop);
-        Names names;
+        opc.tbOpcPrp(fic, grv, "TBO", nop);
+        Words names;
         for (std::size_t i = 1; i < opc.entries().size(); ++i)
             names.push_back(opc.entries()[i].txi);
-        EXPECT_EQ(names, c.names) << c.grv;
-        EXPECT_EQ(nop, static_cast<std::int16_t>(c.names.size())) << c.grv;
+        EXPECT_EQ(std::make_tuple(names, nop),
+                  std::make_tuple(expected, static_cast<std::int16_t>(expected.size())))
+            << grv;
         EXPECT_EQ(opc.fileCount(), 0) << "the file is closed after reading";
     }
     EXPECT_EQ(opc.option("DirBas"), "C:\\LUMBRA") << "its DEF zone loads the options";

@@ -46,7 +46,7 @@ class Simular : public LumbractlFixture {};
 TEST_F(Simular, ShowsWhatTheDevicesDid) {
     ToolProcess simulator({"simular", "--json"});
     const std::string first = simulator.readLine(seconds(10));
-    Strings args = {"-FP", par};
+    Strings args = {"-FP", name("Teste.par")};
     std::istringstream words(JsonText(first, "options"));
     for (std::string w; words >> w;)
         args.push_back(w);

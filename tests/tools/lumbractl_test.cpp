@@ -76,7 +76,7 @@ TEST_F(Lumbractl, EachStatusSaysWhyOnStandardError) {
     const std::string usage =
         "Uso: lumbractl [-FP FICHEIRO] [-COMn DISPOSITIVO]... COMANDO [OP\xC3\x87\xC3\x95"
         "ES]\n";
-    Strings missing = Tool().missingCom3();
+    Strings missing = Tool().missingCom3;
     missing.insert(missing.end(), {"ciclo", "--porta", "3"});
     const struct {
         Strings args;
@@ -87,7 +87,7 @@ TEST_F(Lumbractl, EachStatusSaysWhyOnStandardError) {
         // Each stage of the channel reports its box as a title line and a text line; a box stops
         // the cycle.
         {Args(missing), 1,
-         "Erro no ficheiro: COM3\nFuncao: Abrir|Erro:" + Tool().missingCom3Error() + "\n",
+         "Erro no ficheiro: COM3\nFuncao: Abrir|Erro:" + Tool().missingCom3Error + "\n",
          "lumbractl: ciclo parado depois do envio 1, que falhou\n"},
         {Args({"teste", "--porta", "9"}), 2,
          "lumbractl: a zona LIG n\xC3\xA3o tem a linha \"9\" (--porta)\n" + usage, ""},
@@ -118,12 +118,12 @@ TEST_F(Lumbractl, EachStatusSaysWhyOnStandardError) {
 // reports the empty write). A row named in an empty zone is still a usage error.
 TEST_F(Lumbractl, AnEmptyZoneSelectsNoRowAsTheWindowsEmptyListDoes) {
     dir.write("Vazias.par",
-              ParHeader() +
+              kParHeader +
                   "#LIG P\r\nImpressora [SER]=COM1,9600,n,8,1\r\n##\r\n#GAV G\r\n##\r\n"
                   "#DIS_OPC D\r\nDisplay [SER]=COM2,9600,n,8,1\r\n##\r\n"
                   "#DIS_CMD C\r\n##\r\n");
     dir.write("SemPortas.par",
-              ParHeader() +
+              kParHeader +
                   "#GAV G\r\nModo [M]=\"A\"\r\n##\r\n#DIS_CMD C\r\nLimpar [C]=chr$(12)\r\n##\r\n");
     std::string cycle;
     for (int i = 0; i < 338; ++i)
@@ -153,7 +153,7 @@ TEST_F(Lumbractl, AnEmptyZoneSelectsNoRowAsTheWindowsEmptyListDoes) {
 TEST(LumbractlListar, WritesAwkwardValuesSoThatTheyReadBack) {
     const TempDir dir;
     dir.write("Estranho.par",
-              ParHeader() +
+              kParHeader +
                   "#GAV Gaveta - Modos [CnvChr=0]\r\n"
                   "Literal [L]=chr$(27,112)+\"p\" \r\nSe\xE7\x61 [S]=x<-<-\r\n##\r\n"
                   "#DIS_CMD Comandos\r\n"
@@ -168,7 +168,7 @@ TEST(LumbractlListar, WritesAwkwardValuesSoThatTheyReadBack) {
 }
 
 TEST(LumbractlListar, SaysInOneLineWhatTheEngineReadPastInSilence) {
-    std::string manyRows = ParHeader() + "#LIG Portas\r\n";
+    std::string manyRows = kParHeader + "#LIG Portas\r\n";
     for (int i = 0; i < 32770; ++i)
         manyRows += "Porta [FIC]=x\r\n";
     const struct {
@@ -181,7 +181,7 @@ TEST(LumbractlListar, SaysInOneLineWhatTheEngineReadPastInSilence) {
          "n\xC3\xA3o \xC3\xA9 lido): 1\n"},
         {manyRows + "##\r\n", 32767,
          "lumbractl: aviso: linhas al\xC3\xA9m das 32767 que uma zona pode ter, ignoradas: 3\n"},
-        {ParHeader() + "#LIG\r\nSauda\xC3\xA7\xC3\xA3o [FIC]=x\r\n##\r\n", 1,
+        {kParHeader + "#LIG\r\nSauda\xC3\xA7\xC3\xA3o [FIC]=x\r\n##\r\n", 1,
          "lumbractl: aviso: o ficheiro de par\xC3\xA2metros est\xC3\xA1 em UTF-8, n\xC3\xA3o em "
          "Windows-1252: os acentos aparecem como \"\xC3\x83\xC2\xA9\" e saem como dois bytes\n"},
     };
@@ -198,7 +198,7 @@ TEST(LumbractlListar, SaysInOneLineWhatTheEngineReadPastInSilence) {
         EXPECT_EQ(Lines(run.out), c.rows);
         // A line is read whole, and kept in few copies: a 10 MB line costs memory in proportion
         // to the file, never without bound.
-        if (c.rows == 0 && Tool().measuresMemory()) {
+        if (c.rows == 0 && Tool().measuresMemory) {
             EXPECT_LT(run.peakKb, samplePeakKb + 3 * static_cast<long>(c.bytes.size() >> 10));
         }
     }
@@ -219,7 +219,7 @@ TEST_F(Lumbractl, TheCycleSendsInTheWindowsOrderUntilItsEndOrAStopSignal) {
     // waits on it, so the cycle cannot end before the signal arrives.
     ToolProcess tool(Args({"ciclo", "--modo", "Ciclo", "--bytes"}), 4096);
     ASSERT_NE(tool.readLine(seconds(30)), "") << "the cycle did not start";
-    const int signo = Tool().stopSignal();
+    const int signo = Tool().stopSignal;
     ::kill(tool.pid(), signo);
     const ToolRun run = tool.finish();
     const std::string got = com1.readAvailable();
@@ -237,7 +237,7 @@ TEST_F(Lumbractl, TheCycleSendsInTheWindowsOrderUntilItsEndOrAStopSignal) {
 // interrupted it (the stall limit would have said "Tempo de espera do dispositivo esgotado") and
 // the status is 130.
 TEST_F(Lumbractl, CtrlCEndsASendThatWaitsForItsDevice) {
-    dir.write("Bloqueio.par", ParHeader() + "#LIG Portas\r\nTerminal [FIC]=" +
+    dir.write("Bloqueio.par", kParHeader + "#LIG Portas\r\nTerminal [FIC]=" +
                                   Tool().com1AsFile(com1.slavePath()) + "\r\n##\r\n");
     com1.fillUntilBlocked();
     ToolProcess tool(Args({"teste"}, "Bloqueio.par"));

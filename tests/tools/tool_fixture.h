@@ -7,6 +7,7 @@
 #include <sys/types.h>
 
 #include <chrono>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -19,29 +20,23 @@ using Strings = std::vector<std::string>;
 
 struct ToolRun {
     int status = -1;  // 128 + n for a child ended by signal n
-    std::string out;
-    std::string err;
+    std::string out, err;
     long peakKb = 0;
 };
 
-class ToolTarget {
-  public:
-    virtual ~ToolTarget() = default;
-    virtual Strings commandLine(const Strings& args) const = 0;
-    // The tool's name for a file of this machine.
-    virtual std::string fileName(const std::string& hostPath) const = 0;
-    // Makes COM1 and COM2 these pseudo-terminals; the switches to pass on every run.
-    virtual Strings attachPorts(const std::string& com1, const std::string& com2) = 0;
+// How a test program starts its lumbractl and names things for it.
+struct ToolTarget {
+    Strings launcher;  // the words before the tool's arguments
     // The switches that leave COM3 without a device, and what "Abrir" then says.
-    virtual Strings missingCom3() const = 0;
-    virtual std::string missingCom3Error() const = 0;
-    // How a file row of the parameter file names COM1's device.
-    virtual std::string com1AsFile(const std::string& com1) const = 0;
-    // The signal the host sends to stop a cycle.
-    virtual int stopSignal() const = 0;
-    virtual void expectReleased(const std::string& com1) const = 0;
-    // False when the peak memory is a loader's around the tool.
-    virtual bool measuresMemory() const = 0;
+    Strings missingCom3;
+    std::string missingCom3Error;
+    int stopSignal;       // the signal the host sends to stop a cycle
+    bool measuresMemory;  // false when the peak memory is a loader's around the tool
+    std::function<std::string(const std::string&)> fileName;    // of a file of this machine
+    std::function<std::string(const std::string&)> com1AsFile;  // as a file row names it
+    // Makes COM1 and COM2 these pseudo-terminals; the switches to pass on every run.
+    std::function<Strings(const std::string&, const std::string&)> attachPorts;
+    std::function<void(const std::string&)> expectReleased;  // COM1 once the tool ended
 };
 
 ToolTarget& Tool();
@@ -67,8 +62,7 @@ class ToolProcess {
 
   private:
     pid_t pid_ = -1;
-    int out_ = -1;
-    int err_ = -1;
+    int out_ = -1, err_ = -1;
 };
 
 // lumbractl never ends with status 1 without saying why on standard error; a run that does is a
@@ -83,17 +77,15 @@ inline ToolRun RunTool(const Strings& args) {
 // The line speed a pseudo-terminal was left at (B9600...), by tcgetattr; 0 when unknown.
 unsigned LineSpeed(const std::string& slavePath);
 
-inline std::string ParHeader() {
-    return "'Nome       : Teste.par\r\n'Tipo       : PAR\r\n'Data       : 2026-01-01\r\n"
-           "'Versao     : 1.0\r\n'Descricao  : Teste\r\n";
-}
+inline const std::string kParHeader =
+    "'Nome       : Teste.par\r\n'Tipo       : PAR\r\n'Data       : 2026-01-01\r\n"
+    "'Versao     : 1.0\r\n'Descricao  : Teste\r\n";
 
 class LumbractlFixture : public ::testing::Test {
   protected:
     void SetUp() override {
-        par = dir.file("Teste.par");
         dir.write("Teste.par",
-                  ParHeader() +
+                  kParHeader +
                       "#LIG Portas\r\nImpressora [SER]=COM1,9600,n,8,1\r\n"
                       "Impressora 2 [SER]=COM2,19200,n,8,2\r\n"
                       "Impressora 3 [SER]=COM3,9600,n,8,1\r\n##\r\n"
@@ -119,9 +111,7 @@ class LumbractlFixture : public ::testing::Test {
     }
 
     TempDir dir;
-    PtyPair com1;  // the printer
-    PtyPair com2;
-    std::string par;
+    PtyPair com1, com2;  // COM1 is the printer
     Strings ports;
 };
 

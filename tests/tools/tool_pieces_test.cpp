@@ -144,5 +144,46 @@ TEST(LumbractlParameterFile, CountsOverlongLinesAndTellsUtf8FromWindows1252) {
     }
 }
 
+// The last row is a device: never read, so not scanned either.
+TEST(LumbractlParameterFile, SaysWhyAFileCannotBeRead) {
+    const test::TempDir dir;
+    dir.write("ok.par", "x");
+    const std::string device = "\xE9 um dispositivo, n\xE3o um ficheiro";
+    const std::pair<std::string, std::string> cases[] = {
+        {dir.file("ok.par"), ""},
+        {dir.file("falta.par"), "n\xE3o existe"},
+        {dir.path(), "\xE9 uma pasta"},
+#ifdef _WIN32
+        {dir.file("falta\\x.par"), "n\xE3o existe"},
+        {"\\\\.\\COM9", device},
+        {"NUL", device},
+#else
+        {"/dev/zero", device},
+#endif
+    };
+    for (const auto& [path, reason] : cases)
+        EXPECT_EQ(UnreadableReason(path), reason) << path;
+    EXPECT_FALSE(ScanParameterFile(std::prev(std::end(cases))->first).utf8);
+}
+
+// Which commands read the parameter file and which send to a device (and so take --bytes).
+TEST(LumbractlCommands, SayWhichReadTheParameterFileAndWhichSend) {
+    const struct {
+        const char* command;
+        bool configured, sends;
+    } cases[] = {{"listar", true, false},     {"teste", true, true},    {"abrir", true, true},
+                 {"ciclo", true, true},       {"executar", true, true}, {"mostrar", true, true},
+                 {"converter", false, false}, {"portas", false, false}, {"simular", false, false},
+                 {"outro", false, false}};
+    std::vector<std::string> commands;
+    for (const auto& c : cases) {
+        EXPECT_EQ(NeedsConfiguration(c.command), c.configured) << c.command;
+        EXPECT_EQ(SendsToDevice(c.command), c.sends) << c.command;
+        commands.push_back(c.command);
+    }
+    commands.pop_back();
+    EXPECT_EQ(ToolCommands(), commands);  // in the order the help lists them
+}
+
 }  // namespace
 }  // namespace lumbra::ctl

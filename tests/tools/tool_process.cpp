@@ -16,14 +16,14 @@
 namespace lumbra::test {
 
 ToolProcess::ToolProcess(const Strings& args, int stdoutPipeSize, const std::string& terminal) {
-    int out[2];
-    int err[2];
+    int out[2], err[2];
     if (::pipe2(out, O_CLOEXEC) != 0 || ::pipe2(err, O_CLOEXEC) != 0) {
         ADD_FAILURE() << "no pipe";
         return;
     }
     if (stdoutPipeSize > 0) ::fcntl(out[1], F_SETPIPE_SZ, stdoutPipeSize);
-    Strings words = Tool().commandLine(args);
+    Strings words = Tool().launcher;
+    words.insert(words.end(), args.begin(), args.end());
     std::vector<char*> argv;
     for (std::string& w : words)
         argv.push_back(w.data());
@@ -33,17 +33,16 @@ ToolProcess::ToolProcess(const Strings& args, int stdoutPipeSize, const std::str
         for (const char* name : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"})
             ::unsetenv(name);
         ::setenv("LC_ALL", "C.UTF-8", 1);
-        int in = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
-        int to[2] = {out[1], err[1]};
+        int in = ::open("/dev/null", O_RDONLY | O_CLOEXEC), to[2] = {out[1], err[1]};
         if (!terminal.empty()) {
             ::setsid();  // the terminal becomes the child's own
             in = to[0] = to[1] = ::open(terminal.c_str(), O_RDWR);
         }
-        if (::dup2(in, 0) < 0 || ::dup2(to[0], 1) < 0 || ::dup2(to[1], 2) < 0) ::_exit(126);
-        ::execvp(argv[0], argv.data());
+        if (::dup2(in, 0) >= 0 && ::dup2(to[0], 1) >= 0 && ::dup2(to[1], 2) >= 0)
+            ::execvp(argv[0], argv.data());
         ::_exit(127);
     }
-    if (pid_ < 0) ADD_FAILURE() << "no fork";
+    EXPECT_GT(pid_, 0) << "no fork";
     ::close(out[1]);
     ::close(err[1]);
     out_ = out[0];
@@ -51,18 +50,15 @@ ToolProcess::ToolProcess(const Strings& args, int stdoutPipeSize, const std::str
 }
 
 ToolProcess::~ToolProcess() {
-    if (pid_ > 0) {
-        ::kill(pid_, SIGKILL);
-        finish();
-    }
-    if (out_ >= 0) ::close(out_);
-    if (err_ >= 0) ::close(err_);
+    if (pid_ > 0) ::kill(pid_, SIGKILL), finish();
+    ::close(out_);
+    ::close(err_);
 }
 
 bool ToolProcess::holds(const std::string& path) const {
     std::error_code ec;
-    const std::string fds = "/proc/" + std::to_string(pid_) + "/fd";
-    for (const auto& fd : std::filesystem::directory_iterator(fds, ec)) {
+    for (const auto& fd :
+         std::filesystem::directory_iterator("/proc/" + std::to_string(pid_) + "/fd", ec)) {
         if (std::filesystem::read_symlink(fd.path(), ec) == path) return true;
     }
     return false;
@@ -71,36 +67,30 @@ bool ToolProcess::holds(const std::string& path) const {
 std::string ToolProcess::readLine(std::chrono::milliseconds limit) {
     const auto deadline = std::chrono::steady_clock::now() + limit;
     std::string line;
-    for (;;) {
+    // One byte at a time, so that nothing after the line is taken from the pipe.
+    for (char c = 0; c != '\n'; line += c) {
         const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(
             deadline - std::chrono::steady_clock::now());
         pollfd p{out_, POLLIN, 0};
-        if (left.count() <= 0 || ::poll(&p, 1, static_cast<int>(left.count())) <= 0) return "";
-        char c = 0;
-        // One byte at a time, so that nothing after the line is taken from the pipe.
-        if (::read(out_, &c, 1) != 1) return "";
-        if (c == '\n') return line;
-        line += c;
+        if (left.count() <= 0 || ::poll(&p, 1, static_cast<int>(left.count())) <= 0 ||
+            ::read(out_, &c, 1) != 1)
+            return "";
     }
+    line.pop_back();
+    return line;
 }
 
 ToolRun ToolProcess::finish() {
     ToolRun run;
     std::array<pollfd, 2> fds = {pollfd{out_, POLLIN, 0}, pollfd{err_, POLLIN, 0}};
     std::array<std::string*, 2> into = {&run.out, &run.err};
-    int open = 2;
-    while (open > 0) {
-        if (::poll(fds.data(), fds.size(), 120000) <= 0) break;
+    for (int open = 2; open > 0 && ::poll(fds.data(), fds.size(), 120000) > 0;) {
         for (std::size_t i = 0; i < fds.size(); ++i) {
             if (fds[i].fd < 0 || fds[i].revents == 0) continue;
             std::array<char, 4096> chunk{};
             const ssize_t n = ::read(fds[i].fd, chunk.data(), chunk.size());
-            if (n > 0) {
-                into[i]->append(chunk.data(), static_cast<std::size_t>(n));
-            } else if (n == 0 || errno != EINTR) {
-                fds[i].fd = -1;
-                --open;
-            }
+            if (n > 0) into[i]->append(chunk.data(), static_cast<std::size_t>(n));
+            if (n == 0 || (n < 0 && errno != EINTR)) fds[i].fd = -1, --open;
         }
     }
     if (pid_ <= 0) return run;
@@ -116,9 +106,8 @@ ToolRun ToolProcess::finish() {
 
 unsigned LineSpeed(const std::string& slavePath) {
     const int fd = ::open(slavePath.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
-    if (fd < 0) return 0;
     termios settings{};
-    const bool known = ::tcgetattr(fd, &settings) == 0;
+    const bool known = fd >= 0 && ::tcgetattr(fd, &settings) == 0;
     ::close(fd);
     return known ? static_cast<unsigned>(::cfgetospeed(&settings)) : 0;
 }

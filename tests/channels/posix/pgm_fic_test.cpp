@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <pty.h>
 #include <sys/file.h>
+#include <sys/prctl.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <termios.h>
@@ -13,6 +14,7 @@
 #include <QLayout>
 #include <QLineEdit>
 #include <QPushButton>
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -35,14 +37,6 @@
 #include "util/text/value.h"
 
 namespace lumbra {
-namespace test {
-
-std::vector<OpenRefusal> HostOpenRefusals(const TempDir& dir) {
-    return {{"COM2", dir.file("ttyGone"), "9600,n,8,1",
-             "Porta 2 (" + dir.file("ttyGone") + ") n\xE3o existe"}};
-}
-
-}  // namespace test
 namespace {
 
 using test::ChannelTest;
@@ -54,53 +48,38 @@ std::string PidText(pid_t pid) {
     return std::string(10 - std::min<std::size_t>(digits.size(), 10), ' ') + digits;
 }
 
-// The control flags of the line at path as another program reads them (speed included).
-tcflag_t LineFlags(const std::string& path) {
+// The line at path as another program finds it (speed included); set, when given, before.
+termios Line(const std::string& path, const termios* set = nullptr) {
     const int fd = ::open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK);
     termios tio{};
-    ::tcgetattr(fd, &tio);
+    EXPECT_TRUE(set == nullptr || ::tcsetattr(fd, TCSANOW, set) == 0);
+    EXPECT_EQ(::tcgetattr(fd, &tio), 0);
     ::close(fd);
-    return tio.c_cflag;
+    return tio;
 }
 
 // Another program, a child of the test running until the object goes. Given a device, it holds
 // flock on it as picocom does; otherwise it only runs, for a lock file that names it.
-class HoldingProcess {
-  public:
+struct HoldingProcess {
     explicit HoldingProcess(const std::string& device) {
-        int ready[2], done[2];
-        if (::pipe(ready) != 0 || ::pipe(done) != 0) return;
-        pid_ = ::fork();
-        if (pid_ == 0) {
-            ::close(ready[0]);
-            ::close(done[1]);
+        int ready[2];
+        EXPECT_EQ(::pipe(ready), 0);
+        if ((pid = ::fork()) == 0) {
+            ::prctl(PR_SET_PDEATHSIG, SIGKILL);  // never outlives the test
             const int fd = device.empty() ? -1 : ::open(device.c_str(), O_RDWR | O_NOCTTY);
             if (!device.empty() && (fd < 0 || ::flock(fd, LOCK_EX | LOCK_NB) != 0)) ::_exit(1);
-            char c = 1;
-            if (::write(ready[1], &c, 1) != 1) ::_exit(1);
-            // Until the test closes its end.
-            while (::read(done[0], &c, 1) > 0) {
-            }
+            if (::write(ready[1], "", 1) == 1) ::pause();
             ::_exit(0);
         }
-        ::close(ready[1]);
-        ::close(done[0]);
-        done_ = done[1];
-        char c = 0;
+        char c = 1;
         EXPECT_EQ(::read(ready[0], &c, 1), 1) << "the holding process did not start";
         ::close(ready[0]);
+        ::close(ready[1]);
     }
     ~HoldingProcess() {
-        ::close(done_);
-        if (pid_ > 0) ::waitpid(pid_, nullptr, 0);
+        if (pid > 0) ::kill(pid, SIGKILL), ::waitpid(pid, nullptr, 0);
     }
-    HoldingProcess(const HoldingProcess&) = delete;
-    HoldingProcess& operator=(const HoldingProcess&) = delete;
-    pid_t pid() const { return pid_; }
-
-  private:
-    pid_t pid_ = -1;
-    int done_ = -1;
+    pid_t pid = -1;
 };
 
 // A full device fails the write; a device node that is missing fails the open, and nothing is
@@ -140,8 +119,13 @@ class SerialChannelTest : public ChannelTest {
 };
 
 // Every byte value, in a write far larger than the line buffers, arrives unchanged even when the
-// port is closed right after it; the write is reported once.
+// port is closed right after it; the write is reported once. The channel had a port that could not
+// open first: prepared again with one that can, it works.
 TEST_F(SerialChannelTest, EveryByteArrivesUnchangedEvenWhenClosedRightAfter) {
+    CanPserPrp(1, "COM2", "9600,n,8,1");
+    CanPserAbr(1);
+    ASSERT_EQ(boxes.boxes().size(), 1u);
+    boxes.clear();
     openPort("115200,n,8,1");
     std::string payload(64 * 1024, '\0');
     for (std::size_t i = 0; i < payload.size(); ++i)
@@ -170,17 +154,9 @@ TEST_F(SerialChannelTest, LineSettingsReachTheDeviceAndStayForTheNextProgram) {
                  {"14400,n,8,1", CBAUDEX, 14400, false, 8}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.settings);
-        const auto line = [&](auto check) {
-            const int fd = ::open(pty.slavePath().c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK);
-            termios tio{};
-            ASSERT_EQ(::tcgetattr(fd, &tio), 0);
-            check(fd, tio);
-            ::close(fd);
-        };
-        line([](int fd, termios tio) {
-            tio.c_cflag &= ~static_cast<tcflag_t>(CLOCAL);
-            ASSERT_EQ(::tcsetattr(fd, TCSANOW, &tio), 0);
-        });
+        termios before = Line(pty.slavePath());
+        before.c_cflag &= ~static_cast<tcflag_t>(CLOCAL);
+        Line(pty.slavePath(), &before);
         openPort(c.settings);
         // A pseudo-terminal keeps 8 data bits without parity: those are checked on the port.
         EXPECT_EQ(port().lineSettings().dataBits, c.dataBits);
@@ -189,26 +165,14 @@ TEST_F(SerialChannelTest, LineSettingsReachTheDeviceAndStayForTheNextProgram) {
         EXPECT_EQ(::cfgetospeed(&open), c.code);
         EXPECT_NE(open.c_cflag & CLOCAL, 0u);
         CanPserFec(1);
-        line([&](int fd, const termios& after) {
-            EXPECT_EQ(::cfgetospeed(&after), c.code);
-            EXPECT_EQ(platform::DeviceLineSpeed(fd), c.baud);
-            EXPECT_EQ((after.c_cflag & CSTOPB) != 0, c.twoStop);
-            EXPECT_EQ(after.c_cflag & CLOCAL, 0u);
-        });
+        const termios after = Line(pty.slavePath());
+        EXPECT_EQ(::cfgetospeed(&after), c.code);
+        EXPECT_EQ((after.c_cflag & CSTOPB) != 0, c.twoStop);
+        EXPECT_EQ(after.c_cflag & CLOCAL, 0u);
+        const int fd = ::open(pty.slavePath().c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK);
+        EXPECT_EQ(platform::DeviceLineSpeed(fd), c.baud);
+        ::close(fd);
     }
-}
-
-// After a port that cannot open, the channel works again once prepared with one that can.
-TEST_F(SerialChannelTest, AChannelWorksAgainAfterAPortThatCannotOpen) {
-    CanPserPrp(1, "COM2", "9600,n,8,1");
-    CanPserAbr(1);
-    ASSERT_EQ(boxes.boxes().size(), 1u);
-    boxes.clear();
-    openPort();
-    CanPserEsc(1, "still here");
-    EXPECT_EQ(pty.readExactly(10), "still here");
-    CanPserFec(1);
-    EXPECT_EQ(reports, std::vector<std::string>{"COM1:still here"});
 }
 
 TEST_F(SerialChannelTest, ADeviceGoneBeforeTheWriteIsReportedAndThePortStillCloses) {
@@ -248,13 +212,17 @@ TEST_F(SerialChannelTest, AStaleLockIsRemovedAndThePortHoldsTheDeviceWhileOpen) 
     ::waitpid(gone, nullptr, 0);
     const std::string lock = SerialLockPath(pty.slavePath());
     ASSERT_NE(lock, "");
-    const std::string stale[] = {std::to_string(gone) + "\n", "", "sem n\xFAmero",
-                                 std::string("\0\x01\xFF", 3)};
-    for (const std::string& text : stale) {
+    // A young lock that names no process is waited for, then removed.
+    const std::pair<std::string, std::chrono::milliseconds> stale[] = {
+        {std::to_string(gone) + "\n", kEmptyLockAge},
+        {"", kEmptyLockAge},
+        {"sem n\xFAmero", kEmptyLockAge},
+        {std::string("\0\x01\xFF", 3), kEmptyLockAge},
+        {"", std::chrono::milliseconds(0)}};
+    for (const auto& [text, age] : stale) {
         SCOPED_TRACE(text);
         std::ofstream(lock, std::ios::binary) << text;
-        std::filesystem::last_write_time(
-            lock, std::filesystem::file_time_type::clock::now() - kEmptyLockAge);
+        std::filesystem::last_write_time(lock, std::filesystem::file_time_type::clock::now() - age);
         openPort();
         std::ifstream in(lock);
         EXPECT_EQ(std::string(std::istreambuf_iterator<char>(in), {}), PidText(::getpid()) + "\n");
@@ -265,21 +233,33 @@ TEST_F(SerialChannelTest, AStaleLockIsRemovedAndThePortHoldsTheDeviceWhileOpen) 
         ::close(other);
         EXPECT_NE(::access(lock.c_str(), F_OK), 0);
     }
+    // The close removes the lock file only while it names this process.
+    openPort();
+    std::ofstream(lock) << gone << "\n";
+    CanPserFec(1);
+    EXPECT_EQ(::access(lock.c_str(), F_OK), 0);
+    ::unlink(lock.c_str());
 }
 
 // A port held by a running process is never opened nor written, and its line is left as it is:
 // held by a lock file however old (the serial library takes one over 30 s old for stale), by flock
 // on the device, or by another channel. The box names the holder.
 TEST_F(SerialChannelTest, APortHeldElsewhereIsNeitherOpenedNorWritten) {
-    // LinkedLockFile: the port names a link to the device, locked under the device's own name.
-    enum class Held { LockFile, LinkedLockFile, Flock, Channel };
-    const std::string lock = SerialLockPath(pty.slavePath());
+    // The port names a link to the device, locked under the device's name or under the link's.
+    enum class Held { LockFile, LinkedLockFile, LinkNameLockFile, Flock, Channel };
     const std::string link = dir.file("ttyLink");
     std::filesystem::create_symlink(pty.slavePath(), link);
-    for (const Held held : {Held::LockFile, Held::LinkedLockFile, Held::Flock, Held::Channel}) {
+    std::string linkName = link;
+    std::replace(linkName.begin(), linkName.end(), '/', '_');
+    const std::string deviceLock = SerialLockPath(pty.slavePath());
+    const std::string linkLock = deviceLock.substr(0, deviceLock.rfind('/')) + "/LCK.." + linkName;
+    for (const Held held : {Held::LockFile, Held::LinkedLockFile, Held::LinkNameLockFile,
+                            Held::Flock, Held::Channel}) {
         SCOPED_TRACE(static_cast<int>(held));
         boxes.clear();
-        const std::string device = held == Held::LinkedLockFile ? link : pty.slavePath();
+        const bool linked = held == Held::LinkedLockFile || held == Held::LinkNameLockFile;
+        const std::string device = linked ? link : pty.slavePath();
+        const std::string lock = held == Held::LinkNameLockFile ? linkLock : deviceLock;
         MapPorts({{1, device}});
         std::optional<HoldingProcess> holder;
         pid_t pid = ::getpid();
@@ -287,16 +267,16 @@ TEST_F(SerialChannelTest, APortHeldElsewhereIsNeitherOpenedNorWritten) {
             openPort();
         } else {
             holder.emplace(held == Held::Flock ? pty.slavePath() : "");
-            pid = holder->pid();
+            pid = holder->pid;
         }
         const std::string minicom = PidText(pid) + " minicom root\n";
-        const bool lockFile = held == Held::LockFile || held == Held::LinkedLockFile;
+        const bool lockFile = held == Held::LockFile || linked;
         if (lockFile) {
             std::ofstream(lock) << minicom;
             std::filesystem::last_write_time(
                 lock, std::filesystem::file_time_type::clock::now() - std::chrono::minutes(1));
         }
-        const tcflag_t flags = LineFlags(pty.slavePath());
+        const tcflag_t flags = Line(pty.slavePath()).c_cflag;
         CanPserPrp(2, "COM1", "9600,n,8,1");
         CanPserAbr(2);
         CanPserEsc(2, "x");
@@ -307,27 +287,13 @@ TEST_F(SerialChannelTest, APortHeldElsewhereIsNeitherOpenedNorWritten) {
             {"Erro no ficheiro: COM1", "Funcao: Escrever|Erro:Porta 1 n\xE3o est\xE1 aberta"}};
         EXPECT_EQ(boxes.boxes(), want);
         EXPECT_EQ(pty.readAvailable(), "");
-        EXPECT_EQ(LineFlags(pty.slavePath()), flags);
+        EXPECT_EQ(Line(pty.slavePath()).c_cflag, flags);
         if (lockFile) {
             std::ifstream in(lock);
             EXPECT_EQ(std::string(std::istreambuf_iterator<char>(in), {}), minicom);
             ::unlink(lock.c_str());
         }
         if (held == Held::Channel) CanPserFec(1);
-    }
-}
-
-// A button left out of its frame's layout keeps a stray place over the other controls.
-TEST_F(SerialChannelTest, EveryButtonIsLaidOutAndShownInsideItsFrame) {
-    GlbComFrUi ui{*CanHostForm()};
-    ui.show();
-    QCoreApplication::processEvents();
-    for (const QPushButton* button : ui.findChildren<QPushButton*>()) {
-        SCOPED_TRACE(button->text().toStdString());
-        const QWidget* frame = button->parentWidget();
-        ASSERT_NE(frame->layout(), nullptr);
-        EXPECT_GE(frame->layout()->indexOf(button), 0);
-        EXPECT_TRUE(button->isVisible() && frame->rect().contains(button->geometry()));
     }
 }
 
@@ -372,10 +338,20 @@ TEST(SerialReceiveTest, ArrivingBytesAreKeptToTheLast1024AndRaiseOnComm) {
     EXPECT_TRUE(boxes.boxes().empty());
 }
 
+// Every button is in its frame's layout (else it keeps a stray place over the other controls).
 // The panel sends its text with CR LF on port 1 as it stands when the form loads; the modem test
 // sends AT and closes its port.
-TEST_F(SerialChannelTest, PanelAndModemTestSendOnTheirPorts) {
+TEST_F(SerialChannelTest, TheWindowLaysOutEveryButtonAndItsPanelsSendOnTheirPorts) {
     GlbComFrUi ui{*CanHostForm()};
+    ui.show();
+    QCoreApplication::processEvents();
+    for (const QPushButton* button : ui.findChildren<QPushButton*>()) {
+        SCOPED_TRACE(button->text().toStdString());
+        const QWidget* frame = button->parentWidget();
+        ASSERT_NE(frame->layout(), nullptr);
+        EXPECT_GE(frame->layout()->indexOf(button), 0);
+        EXPECT_TRUE(button->isVisible() && frame->rect().contains(button->geometry()));
+    }
     ui.txCom->setText(platform::FromCp1252("ABC\xE7"));
     ui.cmPserAbr->click();
     ui.cmPserEnv->click();

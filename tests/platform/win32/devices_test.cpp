@@ -29,25 +29,17 @@ class PipeDevice {
 
     const std::string& name() const { return name_; }
     bool ready() const { return server_ != INVALID_HANDLE_VALUE; }
-    // Everything the device holds now.
-    std::string take() {
-        std::string bytes;
-        DWORD waiting = 0;
-        while (::PeekNamedPipe(server_, nullptr, 0, nullptr, &waiting, nullptr) != 0 &&
-               waiting > 0) {
-            std::string chunk(waiting, '\0');
-            DWORD got = 0;
-            if (::ReadFile(server_, chunk.data(), waiting, &got, nullptr) == 0) break;
-            bytes.append(chunk, 0, got);
-        }
-        return bytes;
-    }
-    // Reads until count bytes came, as a slow device takes them.
-    std::string read(std::size_t count) {
+    // Reads until count bytes came, as a slow device takes them; without a count, what it holds.
+    std::string read(std::size_t count = 0) {
         std::string bytes;
         char chunk[100];
-        DWORD got = 0;
-        while (bytes.size() < count && ::ReadFile(server_, chunk, sizeof chunk, &got, nullptr) != 0)
+        DWORD got = 0, waiting = 0;
+        const auto more = [&] {
+            return count > 0 ? bytes.size() < count
+                             : ::PeekNamedPipe(server_, nullptr, 0, nullptr, &waiting, nullptr) &&
+                                   waiting > 0;
+        };
+        while (more() && ::ReadFile(server_, chunk, sizeof chunk, &got, nullptr) != 0)
             bytes.append(chunk, got);
         return bytes;
     }
@@ -93,11 +85,11 @@ TEST_F(DevicesTest, AStalledDeviceTimesOutDroppingTheRestAndASlowOneIsNeverCutOf
                     .starts_with(ErrDescription(kErrDeviceTimeout) +
                                  ": a porta n\xE3o aceitou nenhum byte"))
         << FileErrText(kErrDeviceTimeout);
-    const std::string taken = device.take();
+    const std::string taken = device.read();
     EXPECT_LT(taken.size(), text.size());
     EXPECT_TRUE(taken == std::string(taken.size(), 'x'));
     EXPECT_EQ(FileWrite(1, "end", true), 0);
-    EXPECT_EQ(device.take(), "end\r\n");
+    EXPECT_EQ(device.read(), "end\r\n");
     // One that keeps taking them is never cut off, however long it takes.
     std::string read;
     std::thread reader([&] { read = device.read(text.size()); });

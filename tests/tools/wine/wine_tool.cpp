@@ -6,6 +6,7 @@
 #include <signal.h>
 #include <sys/wait.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 
@@ -21,85 +22,18 @@ std::string Setting(const char* name, const char* fallback) {
     return value != nullptr && *value != '\0' ? value : fallback;
 }
 
-// Debian keeps the 64-bit Wine out of PATH unless a wrapper puts it there.
-std::string WineProgram() {
-    return std::system("command -v wine64 >/dev/null") == 0 ? "wine64" : "/usr/lib/wine/wine64";
-}
+const std::string kExe = Setting("LUMBRACTL_EXE", LUMBRACTL_EXE);
+const std::string kPrefix = Setting("LUMBRA_WINE_PREFIX", LUMBRA_WINE_PREFIX);
+Strings attached;  // the ports pointed at pseudo-terminals now
 
-// Runs a script of tests/support/wine quietly; its exit status.
-int RunWineScript(const std::string& script, const Strings& args) {
-    std::string command =
-        "/bin/bash '" + std::string(LUMBRA_SOURCE_DIR) + "/tests/support/wine/" + script + "'";
+// Runs a script of tests/support/wine quietly on the prefix; its exit status.
+int RunWineScript(const std::string& script, const Strings& args = {}) {
+    std::string command = "/bin/bash '" + std::string(LUMBRA_SOURCE_DIR) + "/tests/support/wine/" +
+                          script + "' '" + kPrefix + "'";
     for (const std::string& a : args)
         command += " '" + a + "'";
     const int status = std::system((command + " </dev/null >/dev/null 2>&1").c_str());
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-}
-
-class WineTarget : public ToolTarget {
-  public:
-    WineTarget()
-        : wine_(WineProgram()),
-          exe_(Setting("LUMBRACTL_EXE", LUMBRACTL_EXE)),
-          prefix_(Setting("LUMBRA_WINE_PREFIX", LUMBRA_WINE_PREFIX)) {
-        ::setenv("WINEPREFIX", prefix_.c_str(), 1);
-        ::setenv("WINEDEBUG", "-all", 1);
-    }
-
-    const std::string& exe() const { return exe_; }
-    const std::string& prefix() const { return prefix_; }
-    void detachPorts() {
-        if (!attached_.empty()) {
-            EXPECT_EQ(RunWineScript("wine_ports.sh", {prefix_}), 0);
-        }
-        attached_.clear();
-    }
-
-    Strings commandLine(const Strings& args) const override {
-        Strings words = {wine_, exe_};
-        words.insert(words.end(), args.begin(), args.end());
-        return words;
-    }
-    // Wine shows the root of this machine as drive Z.
-    std::string fileName(const std::string& hostPath) const override {
-        std::string name = "Z:" + fs::weakly_canonical(fs::path(hostPath)).string();
-        for (char& c : name) {
-            if (c == '/') c = '\\';
-        }
-        return name;
-    }
-    Strings attachPorts(const std::string& com1, const std::string& com2) override {
-        const Strings pairs = {"COM1=" + com1, "COM2=" + com2};
-        if (pairs != attached_) {
-            Strings args = {prefix_};
-            args.insert(args.end(), pairs.begin(), pairs.end());
-            EXPECT_EQ(RunWineScript("wine_ports.sh", args), 0) << "cannot map the ports";
-            attached_ = pairs;
-        }
-        return {};
-    }
-    Strings missingCom3() const override { return {}; }
-    std::string missingCom3Error() const override {
-        return "Porta 3 (COM3) n\xC3\xA3o pode ser aberta: Dispositivo indispon\xC3\xADvel";
-    }
-    std::string com1AsFile(const std::string&) const override { return "COM1"; }
-    // Wine hands SIGINT to the program as the console's Ctrl+C; SIGTERM would end it unasked.
-    int stopSignal() const override { return SIGINT; }
-    // The handles went with the process.
-    void expectReleased(const std::string&) const override {}
-    // The peak is Wine's loader and libraries as much as the program.
-    bool measuresMemory() const override { return false; }
-
-  private:
-    std::string wine_;
-    std::string exe_;
-    std::string prefix_;
-    Strings attached_;
-};
-
-WineTarget& Wine() {
-    static WineTarget target;
-    return target;
 }
 
 // Before any test: the program must have been built; after the last: no port points at a
@@ -107,12 +41,16 @@ WineTarget& Wine() {
 class WineEnvironment : public ::testing::Environment {
   public:
     void SetUp() override {
-        ASSERT_TRUE(fs::exists(Wine().exe()))
-            << Wine().exe() << " is missing: build the windows preset first";
-        ASSERT_EQ(RunWineScript("wine_prefix.sh", {Wine().prefix()}), 0)
-            << "no Wine prefix at " << Wine().prefix();
+        ::setenv("WINEPREFIX", kPrefix.c_str(), 1);
+        ::setenv("WINEDEBUG", "-all", 1);
+        ASSERT_TRUE(fs::exists(kExe)) << kExe << " is missing: build the windows preset first";
+        ASSERT_EQ(RunWineScript("wine_prefix.sh"), 0) << "no Wine prefix at " << kPrefix;
     }
-    void TearDown() override { Wine().detachPorts(); }
+    void TearDown() override {
+        if (!attached.empty()) {
+            EXPECT_EQ(RunWineScript("wine_ports.sh"), 0);
+        }
+    }
 };
 
 [[maybe_unused]] ::testing::Environment* const environment =
@@ -121,7 +59,38 @@ class WineEnvironment : public ::testing::Environment {
 }  // namespace
 
 ToolTarget& Tool() {
-    return Wine();
+    static ToolTarget target{
+        // Debian keeps the 64-bit Wine out of PATH unless a wrapper puts it there.
+        .launcher = {std::system("command -v wine64 >/dev/null") == 0 ? "wine64"
+                                                                      : "/usr/lib/wine/wine64",
+                     kExe},
+        .missingCom3 = {},
+        .missingCom3Error =
+            "Porta 3 (COM3) n\xC3\xA3o pode ser aberta: Dispositivo indispon\xC3\xADvel",
+        // Wine hands SIGINT to the program as the console's Ctrl+C; SIGTERM would end it unasked.
+        .stopSignal = SIGINT,
+        // The peak is Wine's loader and libraries as much as the program.
+        .measuresMemory = false,
+        // Wine shows the root of this machine as drive Z.
+        .fileName =
+            [](const std::string& hostPath) {
+                std::string name = "Z:" + fs::weakly_canonical(fs::path(hostPath)).string();
+                std::replace(name.begin(), name.end(), '/', '\\');
+                return name;
+            },
+        .com1AsFile = [](const std::string&) { return std::string("COM1"); },
+        .attachPorts =
+            [](const std::string& com1, const std::string& com2) {
+                const Strings pairs = {"COM1=" + com1, "COM2=" + com2};
+                if (pairs != attached) {
+                    EXPECT_EQ(RunWineScript("wine_ports.sh", pairs), 0) << "cannot map the ports";
+                    attached = pairs;
+                }
+                return Strings{};
+            },
+        .expectReleased = [](const std::string&) {},  // the handles went with the process
+    };
+    return target;
 }
 
 }  // namespace lumbra::test

@@ -30,7 +30,7 @@ TEST(CndAva, ComparesTextsOrdinallyAndMatchesWholeTextsAgainstPatterns) {
         {"abc", "LIKE", "ab", 0},  {"ab", "LIKE", "abc", 0},   {"b", "LIKE", "[abc]", 1},
         {"d", "LIKE", "[abc]", 0}, {"d", "LIKE", "[!abc]", 1}, {"a", "LIKE", "[!abc]", 0},
         {"m", "LIKE", "[a-z]", 1}, {"M", "LIKE", "[a-z]", 0},  {"A9z", "LIKE", "[A-Z]#[!0-9]", 1},
-        {"ab", "LIKE", "a[b", 0}};
+        {"ab", "LIKE", "a[b", 0},  {"-", "LIKE", "[a-]", 1},   {"b", "LIKE", "[c-a]", 0}};
     for (const auto& [a, op, b, expected] : cases) {
         std::int16_t ok = 7;
         CndAva(a, op, b, ok);
@@ -68,8 +68,7 @@ TEST(ChvExt, SplitsTheTextAroundTheItemOfTheKey) {
         Lst got(3, "old");
         std::int16_t found = 7;
         ChvExt(tx, key, got[0], got[1], got[2], found);
-        EXPECT_EQ(got, parts) << tx.substr(0, 20);
-        EXPECT_EQ(found, ok) << tx.substr(0, 20);
+        EXPECT_EQ(std::make_tuple(got, found), std::make_tuple(parts, ok)) << tx.substr(0, 20);
     }
 }
 

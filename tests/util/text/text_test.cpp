@@ -18,19 +18,14 @@ namespace {
 using namespace std::string_literals;
 using Words = std::vector<std::string>;
 
-// Makes the global locale use "," as its decimal point while in scope, as a Portuguese desktop
-// would, without any system locale installed.
-class CommaDecimalLocale {
-  public:
-    CommaDecimalLocale()
-        : saved_(std::locale::global(std::locale(std::locale::classic(), new Comma))) {}
-    ~CommaDecimalLocale() { std::locale::global(saved_); }
-
-  private:
-    struct Comma : std::numpunct<char> {
-        char do_decimal_point() const override { return ','; }
-    };
-    std::locale saved_;
+// The global locale with "," as its decimal point while in scope, as on a Portuguese desktop,
+// without any system locale installed.
+struct Comma : std::numpunct<char> {
+    char do_decimal_point() const override { return ','; }
+};
+struct CommaDecimalLocale {
+    std::locale saved = std::locale::global(std::locale(std::locale::classic(), new Comma));
+    ~CommaDecimalLocale() { std::locale::global(saved); }
 };
 
 const Variant kInt16{std::int16_t{9}};
@@ -40,18 +35,20 @@ const Variant kText{"x"};
 
 TEST(NumRead, ReadsEveryNotationStopsAtTheFirstUnfitCharacterAndFailsOnOverflow) {
     const std::tuple<const char*, double, bool> cases[] = {
-        // decimal, &H hexadecimal, &O octal; 16-bit codes read back signed
+        // decimal, &H hexadecimal, &O octal (16-bit codes read back signed); 1E23 is past the
+        // exactly computed powers of ten
         {"27", 27, true},         {"&h1b", 27, true},
         {"&o33", 27, true},       {"&HFFFF", -1, true},
         {"&H10000", 65536, true}, {"&H123456789", 0, false},
         {" 1\t2\n", 12, true},    {"1d-2", 0.01, true},
         {"1E10", 1e10, true},     {"-.5", -0.5, true},
         {"abc", 0, true},         {"123456789012345678901234567890", 1.2345678901234568e29, true},
-        {"1E-400", 0, true},      {"1E400", 0, false}};
+        {"1E-400", 0, true},      {"1E400", 0, false},
+        {"1E23", 1e23, true},     {"-1e-23", -1e-23, true}};
     for (const auto& [tx, expected, ok] : cases) {
         double d = -99;
-        EXPECT_EQ(NumRead(tx, d), ok) << tx;
-        EXPECT_EQ(d, expected) << tx;
+        const bool read = NumRead(tx, d);
+        EXPECT_EQ(std::make_tuple(read, d), std::make_tuple(ok, expected)) << tx;
     }
 }
 
@@ -119,7 +116,7 @@ TEST(TxSep, CutsAtTheFirstSeparatorSkippingOneCharacterOrTheWholeSeparator) {
     std::string nums = "12,34";
     std::int16_t number = 9;
     TxNumSep(nums, ",", number);  // the number of the first field, cut off the text
-    EXPECT_EQ(std::make_pair(number, nums), std::make_pair(std::int16_t{12}, std::string("34")));
+    EXPECT_EQ(std::make_tuple(number, nums), std::make_tuple(std::int16_t{12}, std::string("34")));
 }
 
 TEST(TxArr, GivesEveryFieldBehindAnEmptySlotZero) {
@@ -129,8 +126,8 @@ TEST(TxArr, GivesEveryFieldBehindAnEmptySlotZero) {
         Words arr = {"stale", "x"};
         std::int16_t n = -1;
         TxArr(tx, ",", arr, n);
-        EXPECT_EQ(arr, fields) << tx;
-        EXPECT_EQ(n, static_cast<std::int16_t>(fields.size() - 1)) << tx;
+        EXPECT_EQ(std::make_tuple(arr, n),
+                  std::make_tuple(fields, std::int16_t(fields.size() - 1)));
     }
 }
 
@@ -169,8 +166,8 @@ TEST(TxDlm, TakesTheFirstBlockWithoutNesting) {
         std::string bef = "x", inn = "x", aft = "x";
         std::int16_t lng = -1;
         TxDlm(tx, bef, inn, aft, lng, dl);
-        EXPECT_EQ(Words({bef, inn, aft}), parts) << tx;
-        EXPECT_EQ(lng, length) << tx;
+        EXPECT_EQ(std::make_tuple(Words({bef, inn, aft}), lng), std::make_tuple(parts, length))
+            << tx;
     }
 }
 
@@ -182,7 +179,7 @@ TEST(TxBlk, FindsTheBlockSkippingInnerBlocks) {
     for (const auto& [tx, from, dl, e1, e2] : cases) {
         std::int16_t p1 = from, p2 = -1;
         TxBlk(tx, p1, p2, dl);
-        EXPECT_EQ(std::make_pair(p1, p2), std::make_pair(e1, e2)) << tx;
+        EXPECT_EQ(std::make_tuple(p1, p2), std::make_tuple(e1, e2)) << tx;
     }
 }
 
@@ -216,8 +213,7 @@ TEST(VlTxAndVlMai, GiveTheCanonicalAndTheUpperCaseRegionalTexts) {
         {Variant(-0.5), "-.5", "-0,5"},
         {Variant::null(), "", ""}};
     for (const auto& [v, canonical, upper] : cases) {
-        EXPECT_EQ(VlStr(v), canonical);
-        EXPECT_EQ(VlMai(v), Variant(upper)) << canonical;
+        EXPECT_EQ(std::make_tuple(VlStr(v), VlMai(v)), std::make_tuple(canonical, Variant(upper)));
     }
 }
 
@@ -232,8 +228,7 @@ TEST(TxVl, TextTargetTakesTextAndOthersTheNumberOrTheirEmptyValue) {
         Variant v = target;
         std::int16_t got = 9;
         TxVl(tx, v, got);
-        EXPECT_EQ(v, expected) << tx;
-        EXPECT_EQ(got, ok) << tx;
+        EXPECT_EQ(std::make_tuple(v, got), std::make_tuple(expected, ok)) << tx;
     }
     std::int16_t small = 4, ok16 = 9, ok32 = 9;
     std::int32_t big = 4;
