@@ -34,14 +34,10 @@ cleanup() {
 }
 trap cleanup EXIT
 
-Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp 3>"$work/display" 2>"$work/xvfb.log" &
-pids+=($!)
-for _ in $(seq 100); do
-  [ -s "$work/display" ] && break
-  sleep 0.1
-done
-[ -s "$work/display" ] || { echo "screenshot: Xvfb did not start" >&2; exit 1; }
-display=":$(head -n1 "$work/display")"
+. "$root/scripts/private_display.sh"
+start_private_display "$work" 1280x800x24
+pids+=("$xvfb_pid")
+display=$DISPLAY
 export DISPLAY=$display QT_QPA_PLATFORM=xcb
 
 # The simulator names its ports on its first line; the main window then opens on them.

@@ -34,16 +34,9 @@ cleanup() {
 }
 trap cleanup EXIT
 
-# Xvfb picks a free display itself and writes its number once it accepts clients.
-Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp 3>"$work/display" 2>"$work/xvfb.log" &
-xvfb_pid=$!
-for _ in $(seq 100); do
-  [ -s "$work/display" ] && break
-  kill -0 "$xvfb_pid" 2>/dev/null || { cat "$work/xvfb.log" >&2; exit 1; }
-  sleep 0.1
-done
-[ -s "$work/display" ] || { echo "screenshot: Xvfb did not start" >&2; exit 1; }
-display=":$(head -n1 "$work/display")"
+. "$root/scripts/private_display.sh"
+start_private_display "$work" 1024x768x24
+display=$DISPLAY
 
 args=()
 [ -f "$root/examples/Lumbra.par" ] && args=(-FP "$root/examples/Lumbra.par")
