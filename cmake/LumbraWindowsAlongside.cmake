@@ -39,9 +39,15 @@ ExternalProject_Add(lumbra_windows
   INSTALL_COMMAND "")
 
 # The Windows tree's own tests, under Wine in a prefix of its own whose COM ports point at nothing
-# until a test maps one to its pseudo-terminal.
+# until a test maps one to its pseudo-terminal; not run again while no Windows program and no
+# script they run has changed since they last passed.
+set(wine_support ${PROJECT_SOURCE_DIR}/tests/support/wine)
+file(GLOB wine_scripts ${wine_support}/*.sh ${PROJECT_SOURCE_DIR}/tests/app/win32/*.sh
+     ${PROJECT_SOURCE_DIR}/scripts/private_display.sh)
 add_test(NAME windows_tests
-  COMMAND bash -c "bash '${PROJECT_SOURCE_DIR}/tests/support/wine/wine_prefix.sh' \"$1\" && ctest --test-dir \"$2\" --output-on-failure --timeout 300"
+  COMMAND bash ${wine_support}/unless_unchanged.sh ${CMAKE_BINARY_DIR}/windows_tests.passed
+          ${LUMBRA_WINDOWS_TREE} ${wine_scripts} --
+          bash -c "bash '${wine_support}/wine_prefix.sh' \"$1\" && ctest --test-dir \"$2\" --output-on-failure --timeout 300"
           windows_tests ${LUMBRA_WINDOWS_TREE}/wine/prefix ${LUMBRA_WINDOWS_TREE})
 # tools_wine_tests maps COM ports of the same prefix: the two never run at once.
 set_tests_properties(windows_tests PROPERTIES LABELS wine TIMEOUT 1200 RESOURCE_LOCK wine_prefix)
