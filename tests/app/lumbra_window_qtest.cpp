@@ -228,6 +228,7 @@ class LumbraWindowTest : public QObject {
     void everyControlSitsAtItsLayoutRectangleAndBoldStaysOnCaptions() {
         QCOMPARE(w_->centralWidget()->size(),
                  QSize(test::kClientTwips[0] / 15, test::kClientTwips[1] / 15));
+        QCOMPARE(w_->windowTitle(), QString::fromUtf8("Configuração para POS"));
         for (const test::ExpectedRect& e : test::kLayoutTwips) {
             const auto* c = w_->findChild<const QWidget*>(QString::fromLatin1(e.name));
             QVERIFY2(c != nullptr, e.name);

@@ -67,6 +67,9 @@ TEST_F(WindowTest, everyControlLiesWhereTheLayoutPutsItAt96Dpi) {
     ::GetClientRect(w->hwnd(), &client);
     EXPECT_EQ(client.right, kClientTwips[0] / 15);
     EXPECT_EQ(client.bottom, kClientTwips[1] / 15);
+    wchar_t title[64] = {};
+    ::GetWindowTextW(w->hwnd(), title, 64);
+    EXPECT_EQ(std::wstring(title), L"Configura\u00E7\u00E3o para POS");
     for (const ExpectedRect& e : kLayoutTwips) {
         SCOPED_TRACE(e.name);
         const CtlLayout* c = FindControl(e.name);
