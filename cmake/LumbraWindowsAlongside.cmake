@@ -47,7 +47,25 @@ file(GLOB wine_scripts ${wine_support}/*.sh ${PROJECT_SOURCE_DIR}/tests/app/win3
 add_test(NAME windows_tests
   COMMAND bash ${wine_support}/unless_unchanged.sh ${CMAKE_BINARY_DIR}/windows_tests.passed
           ${LUMBRA_WINDOWS_TREE} ${wine_scripts} --
-          bash -c "bash '${wine_support}/wine_prefix.sh' \"$1\" && ctest --test-dir \"$2\" --output-on-failure --timeout 300"
+          bash -c "bash '${wine_support}/wine_prefix.sh' \"$1\" && ctest --test-dir \"$2\" -j2 --stop-on-failure --output-on-failure --timeout 300"
           windows_tests ${LUMBRA_WINDOWS_TREE}/wine/prefix ${LUMBRA_WINDOWS_TREE})
 # tools_wine_tests maps COM ports of the same prefix: the two never run at once.
 set_tests_properties(windows_tests PROPERTIES LABELS wine TIMEOUT 1200 RESOURCE_LOCK wine_prefix)
+
+# The Wine runs come after every Linux test: most faults show in a Linux test in seconds, and
+# `ctest --stop-on-failure` (what a mutation run uses) then ends before the Wine runs start.
+function(lumbra_tests_below dir out)
+  get_property(tests DIRECTORY ${dir} PROPERTY TESTS)
+  get_property(subdirs DIRECTORY ${dir} PROPERTY SUBDIRECTORIES)
+  foreach(sub ${subdirs})
+    lumbra_tests_below(${sub} more)
+    list(APPEND tests ${more})
+  endforeach()
+  set(${out} ${tests} PARENT_SCOPE)
+endfunction()
+function(lumbra_wine_tests_last)
+  lumbra_tests_below(${PROJECT_SOURCE_DIR} linux_tests)
+  list(REMOVE_ITEM linux_tests windows_tests tools_wine_tests)
+  set_tests_properties(windows_tests PROPERTIES DEPENDS "${linux_tests}")
+endfunction()
+cmake_language(DEFER CALL lumbra_wine_tests_last)

@@ -20,22 +20,15 @@ TEST(ChannelTableTest, EveryOperationIsSilentBeforeCanIniAndAfterCanFim) {
     for (int round = 0; round < 2; ++round) {
         if (round == 1) CanIni(), CanFim();
         CanFicPrp(1, "O", "/nonexistent/x", "");
-        CanFicAbr(1);
-        CanFicGrv(1, "x", 1);
-        CanFicFec(1);
+        CanFicAbr(1), CanFicGrv(1, "x", 1), CanFicFec(1);
         CanPserPrp(1, "COM1", "");
-        CanPserAbr(1);
-        CanPserEsc(1, "x");
-        CanPserFec(1);
-        EXPECT_EQ(CanMax(), 0);
-        EXPECT_TRUE(CanTab().empty());
-        EXPECT_EQ(CanHostForm(), nullptr);
+        CanPserAbr(1), CanPserEsc(1, "x"), CanPserFec(1);
+        EXPECT_TRUE(CanMax() == 0 && CanTab().empty() && CanHostForm() == nullptr);
     }
     EXPECT_TRUE(boxes.boxes().empty());
 }
 
-// Channels 1..10 exist; preparing one grows the table to it and never shrinks it; a second CanIni
-// keeps the table and the host form; a channel beyond the table was never prepared.
+// Preparing grows the table and never shrinks it; a second CanIni keeps table and host form.
 TEST(ChannelTableTest, PreparingGrowsTheTableWithinOneToTen) {
     test::RecordingMsgSink boxes;
     CanIni();
@@ -78,8 +71,7 @@ TEST(ChannelTableTest, CanPserNumAndCanModNumReadTheirNumbers) {
         EXPECT_EQ(CanModNum(m), want) << m;
 }
 
-// Output and append write the file byte-exact, with a line end only when nl is exactly 1; the
-// other modes refuse the write. modoNum comes from the mode or is kept.
+// Output and append write byte-exact, a line end only when nl is 1; the other modes refuse.
 TEST_F(ChannelTest, EachFileModeWritesTheFileItNamesOrRefuses) {
     const struct {
         const char* modo;
@@ -129,8 +121,7 @@ TEST_F(ChannelTest, EachFileModeWritesTheFileItNamesOrRefuses) {
     EXPECT_EQ(dir.read("f.txt"), "kept");
 }
 
-// A missing folder and an empty name fail the open; the writes after a failed open fail too, and
-// nothing is reported as gone out.
+// The writes after a failed open fail too, and nothing is reported as gone out.
 TEST_F(ChannelTest, FileFailuresAreShownUnderTheirFunction) {
     const std::string missing = dir.file("missing/f.txt");
     CanFicPrp(1, "O", missing, "");
@@ -151,14 +142,11 @@ TEST_F(ChannelTest, FileFailuresAreShownUnderTheirFunction) {
     EXPECT_TRUE(reports.empty());
 }
 
-// A port the control or the device cannot take is reported by the open, settings before any
-// device is touched; the write and the close after it find the port closed.
+// Reported before any device is touched; the write and the close after it find the port closed.
 TEST_F(ChannelTest, APortThatCannotOpenIsReportedByTheOpen) {
-    // What the channel names, the device given for port 2 ("" for its own), the settings, and
-    // the reason the box gives.
     const struct {
         Variant porta;
-        std::string device;
+        std::string device;  // for port 2; "" for its own
         const char* par;
         std::string error;
     } cases[] = {

@@ -1,7 +1,5 @@
 #pragma once
-// What the option-table tests share: an option table whose inner state can be looked at,
-// parameter files written as the program writes them (CR LF after every line), and the program's
-// command line and folder set for one test.
+// An option table whose state can be looked at, parameter files, the program's command line.
 
 #include <cstdint>
 #include <filesystem>
@@ -15,6 +13,8 @@
 
 namespace lumbra::test {
 
+using Words = std::vector<std::string>;
+
 class OpenTdaOpc : public TdaOpc {
   public:
     std::int16_t fileCount() const { return ficQtd; }
@@ -25,7 +25,6 @@ class OpenTdaOpc : public TdaOpc {
     const std::vector<ParReg>& optionTable() const { return opcTab; }
     const std::vector<TboReg>& entries() const { return tboTab; }
 
-    // The text of the next logical line.
     std::string next() {
         std::int16_t ok = 0;
         LerLin(ok);
@@ -46,7 +45,7 @@ inline std::string Lines(const std::vector<std::string>& lines) {
     return bytes;
 }
 
-// Writes name into dir as a parameter file: five header lines of type PAR, then the body lines.
+// name in dir: five header lines of type PAR, then the body.
 inline std::string ParameterFile(const TempDir& dir, const std::string& name,
                                  const std::vector<std::string>& body) {
     dir.write(name, Lines({"'Nome       : x.par", "'Tipo       : PAR",
@@ -55,7 +54,6 @@ inline std::string ParameterFile(const TempDir& dir, const std::string& name,
     return dir.file(name);
 }
 
-// The lines of text, split at each "\n".
 inline std::vector<std::string> Split(std::string_view text) {
     std::vector<std::string> lines;
     for (std::size_t from = 0, end = 0; end != std::string_view::npos; from = end + 1) {
@@ -65,7 +63,7 @@ inline std::vector<std::string> Split(std::string_view text) {
     return lines;
 }
 
-// How many entries the folder holds: a whole-file write must leave no temporary file behind.
+// A whole-file write leaves no temporary file behind.
 inline std::size_t FilesIn(const TempDir& dir) {
     const std::filesystem::directory_iterator it(dir.path());
     return static_cast<std::size_t>(std::distance(begin(it), end(it)));

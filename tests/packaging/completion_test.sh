@@ -16,33 +16,23 @@ printf "'Nome : Lumbra.par\r\n'Tipo : PAR\r\n'Data : 2026-11-25\r\n'Versao : 1.0
 touch "$work/fake-tty"
 
 failures=0
-# complete "EXPECTED REPLIES, one per line" WORD...: the last word is the one being completed.
+fail() { echo "FAIL [${LC_ALL:-}] $*" >&2; ((failures++)); }
+# complete_case "EXPECTED REPLIES, one per line" WORD...: the last word is the one being completed.
 complete_case() {
-    local expected=$1
+    local expected got
+    expected=$(printf '%s' "$1" | sort)
     shift
-    COMP_WORDS=("$ctl" "$@")
-    COMP_CWORD=$((${#COMP_WORDS[@]} - 1))
-    COMPREPLY=()
+    COMP_WORDS=("$ctl" "$@") COMP_CWORD=$# COMPREPLY=()
     _lumbractl
-    local got
     got=$(printf '%s\n' "${COMPREPLY[@]}" | sort)
-    expected=$(printf '%s' "$expected" | sort)
-    if [[ $got != "$expected" ]]; then
-        echo "FAIL [${LC_ALL:-}] completing: $*" >&2
-        echo "  expected: $(printf '%q ' "$expected")" >&2
-        echo "  got:      $(printf '%q ' "$got")" >&2
-        ((failures++))
-    fi
+    [[ $got == "$expected" ]] ||
+        fail "completing: $*"$'\n'"  expected: $(printf '%q ' "$expected")"$'\n'"  got: $(printf '%q ' "$got")"
 }
-
 # read_back "REPLY" "NAME": the reply, as the shell reads it back, is the one word NAME.
 read_back() {
     local -a words
     eval "words=($1)"
-    if [[ ${#words[@]} -ne 1 || ${words[0]} != "$2" ]]; then
-        echo "FAIL [${LC_ALL:-}] $1 reads back as ${#words[@]} word(s): ${words[*]}" >&2
-        ((failures++))
-    fi
+    [[ ${#words[@]} -eq 1 && ${words[0]} == "$2" ]] || fail "$1 reads back as ${#words[@]} word(s): ${words[*]}"
 }
 
 run_cases() {

@@ -3,7 +3,12 @@
 
 #include <gtest/gtest.h>
 
+#include <thread>
+
+#include "platform/file_replace.h"
+#include "platform/write_stall.h"
 #include "tests/platform/file_cases.h"
+#include "tests/support/pty_pair.h"
 
 namespace lumbra::platform {
 namespace {
@@ -31,14 +36,23 @@ TEST_F(FileHandlesTest, EachModeWritesByteExactAndTreatsOldContentAsTheHostDoes)
     }
 }
 
-// A disk would be read whole as one line: it is no text file. Tried on the first one there is.
-TEST_F(FileHandlesTest, ADiskIsNoTextFile) {
-    std::error_code ec;
-    for (const auto& entry : std::filesystem::directory_iterator("/dev", ec)) {
-        if (!entry.is_block_file(ec)) continue;
-        EXPECT_EQ(FileOpen(1, entry.path().string(), FileMode::Input), kErrPathFileAccess);
-        break;
-    }
+// A terminal as a file port takes every byte however slowly read, or fails once it stalls.
+TEST_F(FileHandlesTest, ATerminalTakesEveryByteOrFailsTheWriteSayingItStalled) {
+    test::PtyPair pty;
+    ASSERT_EQ(FileOpen(1, pty.slavePath(), FileMode::Output), 0);
+    std::string payload(256 * 1024, '\0'), got;
+    for (std::size_t i = 0; i < payload.size(); ++i)
+        payload[i] = static_cast<char>('a' + i % 26);
+    std::thread reader([&] { got = pty.readExactly(payload.size()); });
+    EXPECT_EQ(FileWrite(1, payload, false), 0);
+    reader.join();
+    EXPECT_TRUE(got == payload) << got.size() << " bytes";
+    SetWriteStallLimit(std::chrono::milliseconds(300));
+    const std::int16_t err = FileWrite(1, std::string(1 << 20, 'x'), false);
+    SetWriteStallLimit({});
+    EXPECT_EQ(err, kErrDeviceTimeout);
+    const std::string stalled = ErrDescription(err) + ": a porta n\xE3o aceitou nenhum byte";
+    EXPECT_EQ(FileErrText(err).substr(0, stalled.size()), stalled);
 }
 
 // Numbers are handed out lowest first and checked; a file open under one number is not emptied
@@ -60,6 +74,18 @@ TEST_F(FileHandlesTest, NumbersAreHandedOutLowestFirstAndChecked) {
     EXPECT_EQ(tmp.read("a"), "keep");
     FileCloseAll();
     EXPECT_EQ(FreeFile(), 1);
+}
+
+// Never a folder, nor anything under /dev.
+TEST_F(FileHandlesTest, OnlyPlainFilesLinksAndFreeNamesAreReplacedByRename) {
+    tmp.write("plain", "x");
+    std::filesystem::create_directory(tmp.file("dir"));
+    std::filesystem::create_symlink("/dev/null", tmp.file("link"));
+    const std::pair<std::string, bool> cases[] = {
+        {tmp.file("plain"), true}, {tmp.file("new"), true},    {tmp.file("link"), true},
+        {tmp.file("dir"), false},  {"/dev/lumbra-new", false}, {"", false}};
+    for (const auto& [path, replaceable] : cases)
+        EXPECT_EQ(ReplaceableByRename(path), replaceable) << path;
 }
 
 TEST(HostTextTest, HostFormKeepsEveryByteAndHostTextBecomesWindows1252) {

@@ -36,6 +36,26 @@ TEST(ProgramTest, ProgramFolderIsTheRunningProgramsFolderUnlessOverridden) {
     EXPECT_EQ(ProgramFolder(), real);
 }
 
+// A name with a "/" is that file; an empty entry of the search path is the current folder.
+TEST(ProgramTest, ProgramFileFromNameFindsTheExecutableAlongTheSearchPath) {
+    test::TempDir tmp;
+    tmp.write("run", "");
+    tmp.write("plain", "");
+    std::filesystem::permissions(tmp.file("run"), std::filesystem::perms::owner_all);
+    std::filesystem::create_directory(tmp.file("dir"));
+    const test::ScopedCurrentDir cwd(tmp.path());
+    const std::string run = std::filesystem::canonical(tmp.file("run")).string();
+    const std::string elsewhere = "/nonexistent:" + tmp.path();
+    const struct {
+        const char* name;
+        std::string path, want;
+    } cases[] = {{"run", elsewhere, run},  {"run", "/nonexistent:", run}, {"./run", "", run},
+                 {"plain", elsewhere, ""}, {"./plain", elsewhere, ""},    {"dir", elsewhere, ""},
+                 {"", elsewhere, ""}};
+    for (const auto& c : cases)
+        EXPECT_EQ(ProgramFileFromName(c.name, c.path), c.want) << c.name << " in " << c.path;
+}
+
 TEST(MsgBoxTest, EndProgramClosesFilesThenRunsEachHookOnceNewestFirst) {
     test::TempDir tmp;
     test::RecordingMsgSink sink;

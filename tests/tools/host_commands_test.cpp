@@ -1,6 +1,6 @@
 // The commands that belong to the Linux host: portas lists this machine's devices, and simular
-// serves virtual devices on pseudo-terminals, even under a flood of 20 MB of NUL bytes on each
-// port (one event for each, read, decoded and reported in pieces, within little memory).
+// serves virtual devices on pseudo-terminals, even under a flood of 20 MB of NUL bytes (read,
+// decoded and reported in pieces, within little memory).
 
 #include <signal.h>
 
@@ -18,17 +18,10 @@ using std::chrono::seconds;
 
 // The text of "key":"..." in a JSON line.
 std::string JsonText(const std::string& line, const std::string& key) {
-    const std::string open = "\"" + key + "\":\"";
-    const std::size_t at = line.find(open);
+    const std::size_t at = line.find("\"" + key + "\":\"");
     if (at == std::string::npos) return "";
-    const std::size_t from = at + open.size();
+    const std::size_t from = at + key.size() + 4;
     return line.substr(from, line.find('"', from) - from);
-}
-
-void Send(const std::string& port, const std::string& bytes) {
-    std::ofstream device(port, std::ios::binary);
-    device << bytes;
-    ASSERT_TRUE(device.flush()) << port;
 }
 
 TEST(LumbractlPortas, ListsTheDevicesOfThisMachine) {
@@ -41,9 +34,28 @@ TEST(LumbractlPortas, ListsTheDevicesOfThisMachine) {
 }
 
 class Simular : public LumbractlFixture {};
+class LumbractlTerminal : public LumbractlFixture {};
 
-// simular --json prints the port options for lumbractl first, then one line per device event.
-TEST_F(Simular, ShowsWhatTheDevicesDid) {
+// On a terminal the cycle shows its progress on one line, rewritten at each send (blanked where
+// the last text was longer) and ended once.
+TEST_F(LumbractlTerminal, TheCycleShowsItsProgress) {
+    PtyPair terminal;
+    EXPECT_EQ(
+        ToolProcess(Args({"ciclo", "--modo", "Ciclo"}), 0, terminal.slavePath()).finish().status,
+        0);
+    const std::string shown = terminal.readAvailable();
+    // Send 27 is one character shorter than send 26.
+    const std::string step27 = "\rciclo 27/338: chr$(27)+\"p\"+chr$(0)+chr$(30)+chr$(10)";
+    EXPECT_NE(shown.find(step27 + " " + step27 + "\rciclo 28/338: "), std::string::npos);
+    EXPECT_TRUE(shown.ends_with("\rciclo 338/338: chr$(27)+\"p\"+chr$(1)+chr$(250)+chr$(250)\r\n"))
+        << ::testing::PrintToString(shown.substr(shown.size() - 80));
+}
+
+// simular --json prints the port options for lumbractl first, then one line per device event; the
+// display shows its screen once a burst has gone quiet. A flood's unknown bytes come as one event
+// or a few (when the sender paused long enough to end a burst), each holding at most 64 of them
+// and counting the rest.
+TEST_F(Simular, ShowsWhatTheDevicesDidEvenUnderAFlood) {
     ToolProcess simulator({"simular", "--json"});
     const std::string first = simulator.readLine(seconds(10));
     Strings args = {"-FP", name("Teste.par")};
@@ -58,58 +70,30 @@ TEST_F(Simular, ShowsWhatTheDevicesDid) {
     send({"abrir"});
     EXPECT_EQ(simulator.readLine(seconds(20)),
               R"({"device":"printer","event":"drawer","pin":5,"on_ms":50,"off_ms":500})");
-    // The display shows its screen once the burst of bytes has gone quiet.
     send({"executar", "--comando", "Sauda\xC3\xA7\xC3\xA3o"});
     EXPECT_EQ(
         simulator.readLine(seconds(20)),
         R"({"device":"display","event":"screen","lines":["Olá!                ","                    "],"cursor":[2,1]})");
-    ::kill(simulator.pid(), SIGINT);
-    const ToolRun end = simulator.finish();
-    EXPECT_EQ(end.status, 0) << end.err;
-}
-
-TEST(SimularFlood, AFloodOfUnknownBytesIsFewBoundedEventsAndTakesLittleMemory) {
-    ToolProcess simulator({"simular", "--json"});
-    const std::string ports = simulator.readLine(seconds(10));
-    const std::string printer = JsonText(ports, "printer");
-    const std::string display = JsonText(ports, "display");
-    ASSERT_FALSE(printer.empty() || display.empty()) << ports;
 
     const std::size_t flood = 20 << 20;
-    // The flood's unknown bytes come as one event, or as a few when the sender paused long enough
-    // to end a burst; each holds at most 64 of them and counts the rest, and all add up to the
-    // flood. Between them the display may show its (blank) screen, as after any burst.
-    const auto counted = [&](const std::string& device, const std::string& last) {
-        const std::string head =
-            "{\"device\":\"" + device + "\",\"event\":\"unknown\",\"bytes\":\"";
-        std::size_t bytes = 0;
-        for (int events = 0; events < 100; ++events) {
-            const std::string line = simulator.readLine(seconds(60));
-            if (line == last) return bytes;
-            if (line.rfind(head, 0) == 0) {
-                const std::size_t hexEnd = line.find('"', head.size());
-                bytes += (hexEnd - head.size() + 1) / 3;
-                EXPECT_LE(hexEnd - head.size(), 64u * 3 - 1) << line;
-                const std::size_t more = line.find("\"more_bytes\":");
-                if (more != std::string::npos) bytes += std::stoull(line.substr(more + 13));
-            } else if (line.find("\"event\":\"screen\"") == std::string::npos) {
-                ADD_FAILURE() << line;
-                return bytes;
-            }
-        }
-        ADD_FAILURE() << device << ": " << last << " never came";
-        return bytes;
-    };
-    // A known byte ends each run.
-    Send(display, std::string(flood, '\0') + "Z");
+    std::ofstream(JsonText(first, "display"), std::ios::binary)
+        << "\x0C" << std::string(flood, '\0') << "Z";
+    const std::string head = R"({"device":"display","event":"unknown","bytes":")";
+    std::size_t counted = 0;
+    std::string line;
+    for (int events = 0; events < 100 && line.find("\"Z   ") == std::string::npos; ++events) {
+        line = simulator.readLine(seconds(60));
+        if (line.rfind(head, 0) != 0) continue;
+        const std::size_t hexEnd = line.find('"', head.size());
+        EXPECT_LE(hexEnd - head.size(), 64u * 3 - 1) << line;
+        const std::size_t more = line.find("\"more_bytes\":");
+        counted += (hexEnd - head.size() + 1) / 3 +
+                   (more == std::string::npos ? 0 : std::stoull(line.substr(more + 13)));
+    }
+    EXPECT_EQ(counted, flood);
     EXPECT_EQ(
-        counted(
-            "display",
-            R"({"device":"display","event":"screen","lines":["Z                   ","                    "],"cursor":[1,2]})"),
-        flood);
-    Send(printer, std::string(flood, '\0') + "\n");
-    EXPECT_EQ(counted("printer", R"({"device":"printer","event":"line","text":""})"), flood);
-
+        line,
+        R"({"device":"display","event":"screen","lines":["Z                   ","                    "],"cursor":[1,2]})");
     ::kill(simulator.pid(), SIGINT);
     const ToolRun end = simulator.finish();
     EXPECT_EQ(end.status, 0) << end.err;

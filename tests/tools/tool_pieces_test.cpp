@@ -28,7 +28,6 @@ ParsedArgs Parse(std::vector<std::string> words) {
 // Only "-FP" and "-COM1".."-COM9" with their values go to the engine; paths it would split at
 // blanks, and whatever no command takes, are refused.
 TEST(LumbractlArgs, SplitsTheEngineSwitchesFromTheToolsAndRefusesWhatNoCommandTakes) {
-    const std::string any = "*";  // some error
     const struct {
         std::vector<std::string> words;
         std::string error;
@@ -47,27 +46,25 @@ TEST(LumbractlArgs, SplitsTheEngineSwitchesFromTheToolsAndRefusesWhatNoCommandTa
          "o caminho de -com2 \"/dev/a b\" tem espa\xE7os: a linha de comandos do motor parte-o "
          "nos espa\xE7os e abriria outro dispositivo",
          {}},
-        {{"-COM0", "x", "teste"}, any, {}},
-        {{"-COM10", "x", "teste"}, any, {}},
-        {{"teste", "-FP"}, any, {}},
-        {{"teste", "--bytes=1"}, any, {}},
-        {{"teste", "extra"}, any, {}},
-        {{"converter", "--bytes", "--dec", "1"}, any, {}},
-        {{"converter"}, any, {}},
-        {{"converter", "--dec", "1", "--hex", "1"}, any, {}},
     };
     for (const auto& c : cases) {
         const ParsedArgs p = Parse(c.words);
-        SCOPED_TRACE(c.words[0] + " " + c.words.back());
-        if (c.error == any) {
-            EXPECT_NE(p.error, "");
-        } else {
-            EXPECT_EQ(p.error, c.error);
-        }
-        if (c.error.empty()) {
-            EXPECT_EQ(p.args.engineArgs, c.engine);
-        }
+        EXPECT_EQ(p.error, c.error) << c.words[0];
+        EXPECT_EQ(p.args.engineArgs, c.error.empty() ? c.engine : p.args.engineArgs);
     }
+    for (const auto& words :
+         std::vector<std::vector<std::string>>{{"-COM0", "x", "teste"},
+                                               {"-COM10", "x", "teste"},
+                                               {"teste", "-FP"},
+                                               {"teste", "--bytes=1"},
+                                               {"teste", "extra"},
+                                               {"converter", "--bytes", "--dec", "1"},
+                                               {"converter"},
+                                               {"converter", "--dec", "1", "--hex", "1"},
+                                               {"listar", "--json"},
+                                               {"simular", "--porta", "1"},
+                                               {"ciclo", "--texto", "x"}})
+        EXPECT_NE(Parse(words).error, "") << words[0] << " " << words.back();
 }
 
 std::vector<LinReg> Rows(const std::vector<std::string>& names) {
@@ -108,7 +105,10 @@ TEST(LumbractlArgumentText, EncodesWindows1252OrNamesWhatItCannot) {
         {"\xE9", false, "", "U+FFFD"},                        // Windows-1252 itself is no UTF-8
         {"\xC0\xAF", false, "", "U+FFFD U+FFFD"},             // an overlong "/"
         {"\xED\xA0\x80", false, "", "U+FFFD U+FFFD U+FFFD"},  // half of a surrogate pair
+        {"\xED\xBF\xBF", false, "", "U+FFFD U+FFFD U+FFFD"},  // the last half
         {"\xE2\x82", false, "", "U+FFFD U+FFFD"},             // cut short
+        {"\xED\x9F\xBF\xEE\x80\x80\xF4\x8F\xBF\xBF", false, "", "U+D7FF U+E000 U+10FFFF"},
+        {"\xF4\x90\x80\x80", false, "", "U+FFFD U+FFFD U+FFFD U+FFFD"},  // beyond U+10FFFF
     };
     for (const auto& c : cases) {
         std::string bytes;
@@ -134,6 +134,8 @@ TEST(LumbractlParameterFile, CountsOverlongLinesAndTellsUtf8FromWindows1252) {
         {"s\xC3\xB3 at\xE9", 0, false},         // one sequence whole, one broken: not UTF-8
         {"ASCII [A]=1\r\n", 0, false},
         {"\xC3", 0, false},  // a sequence cut by the end of the file
+        {"\xC3\xA9\xC3", 0, false},
+        {"\xDF\xBF \xF4\x8F\xBF\xBF \xC2\x80", 0, true},  // the last lead bytes of each length
     };
     test::TempDir dir;
     for (const auto& c : cases) {

@@ -1,65 +1,175 @@
-// The Windows window under Wine, driven through its controls' messages: its layout against the
-// documentation, what each button sends to a pseudo-terminal or a file, the converter, the drawer
-// cycle stopped by its button or by closing the window, and the real message boxes with their
-// stop button and the hourglass.
+// The Windows window under Wine, driven as a technician does through its controls' messages, on a
+// parameter file in a real folder. COM1 and COM2 are pseudo-terminals of the host
+// (run_window_test.sh): what reaches COMn lands in "received-COMn" of the folder LUMBRA_TEST_PORTS
+// names (a file called COM1 would be the port itself on Windows), and while "hold-COMn" is there
+// COMn takes nothing.
 
+#include <gtest/gtest.h>
+#include <windows.h>
+// After windows.h, which it builds on.
+#include <commctrl.h>
+
+#include <chrono>
+#include <fstream>
 #include <functional>
+#include <memory>
+#include <string>
+#include <thread>
 #include <vector>
 
-#include "app/LumbraGb.h"
-#include "channels/PgmFic.h"
-#include "platform/msg_box.h"
+#include "app/win32/LumbraMnu.h"
+#include "app/window_layout.h"
+#include "channels/serial_port_control.h"
+#include "platform/win32/wide_text.h"
 #include "platform/win32/win_busy_pointer.h"
 #include "platform/win32/win_msg_box.h"
+#include "platform/write_stall.h"
+#include "tests/app/app_fixture.h"
 #include "tests/app/layout_table.h"
-#include "tests/app/win32/window_test_driver.h"
+#include "tests/app/window_cases.h"
 
 namespace lumbra::test {
 namespace {
 
-// Runs an action from the window's events once the drawer box has shown its k-th command, that
-// is after k - 1 sends of the cycle: the box's procedure posts it, the cycle's next yield runs it.
-class WhenShown {
-  public:
-    WhenShown(HWND box, int k, std::function<void()> action) : box_(box) {
-        current = this;
-        k_ = k;
-        action_ = std::move(action);
-        edit_ = reinterpret_cast<WNDPROC>(
-            ::SetWindowLongPtrW(box, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Proc)));
-    }
-    ~WhenShown() {
-        ::SetWindowLongPtrW(box_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(edit_));
-        current = nullptr;
-    }
-    WhenShown(const WhenShown&) = delete;
-    WhenShown& operator=(const WhenShown&) = delete;
+using std::chrono::milliseconds;
 
-  private:
-    static LRESULT CALLBACK Proc(HWND box, UINT msg, WPARAM wParam, LPARAM lParam) {
-        WhenShown* self = current;
-        const LRESULT result = ::CallWindowProcW(self->edit_, box, msg, wParam, lParam);
-        if (msg == WM_SETTEXT && ++self->shown_ == self->k_) self->action_();
-        return result;
-    }
+// The page a control lies on, through its frames; -1 for none.
+int PageOfControl(const char* name) {
+    const CtlLayout* c = FindControl(name);
+    while (c != nullptr && c->parent[0] != '#' && c->parent[0] != '\0')
+        c = FindControl(c->parent);
+    return c != nullptr && c->parent[0] == '#' ? c->parent[1] - '0' : -1;
+}
 
-    static inline WhenShown* current = nullptr;
-    HWND box_;
-    WNDPROC edit_ = nullptr;
-    int k_ = 0;
-    int shown_ = 0;
-    std::function<void()> action_;
+std::string PortFile(const std::string& name) {
+    const char* folder = std::getenv("LUMBRA_TEST_PORTS");
+    return std::string(folder != nullptr ? folder : "") + "\\" + name;
+}
+bool HavePorts() {
+    return std::getenv("LUMBRA_TEST_PORTS") != nullptr;
+}
+
+// What reached a COM port: each call waits (a few seconds at most) for count new bytes, then
+// returns every byte that came since the last call.
+struct PortLog {
+    explicit PortLog(const std::string& port) : file(PortFile("received-" + port)) {
+        seen = read().size();
+    }
+    std::string read() const {
+        std::ifstream in(file, std::ios::binary);
+        return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    }
+    std::string next(std::size_t count) {
+        std::string all = read();
+        for (int i = 0; i < 500 && all.size() < seen + count; ++i) {
+            std::this_thread::sleep_for(milliseconds(10));
+            all = read();
+        }
+        const std::string fresh = all.substr(std::min(seen, all.size()));
+        seen = all.size();
+        return fresh;
+    }
+    const std::string file;
+    std::size_t seen = 0;
 };
 
-bool MenuGrayed(HMENU menu, int id) {
-    return (::GetMenuState(menu, static_cast<UINT>(id), MF_BYCOMMAND) & MF_GRAYED) != 0;
-}
+// Runs an action from the window's events once the drawer box has shown its k-th command, that
+// is after k - 1 sends of the cycle: the box's procedure posts it, the cycle's next yield runs it.
+struct WhenShown {
+    WhenShown(HWND edited, int k, std::function<void()> action) : box(edited) {
+        left = k;
+        act = std::move(action);
+        edit = reinterpret_cast<WNDPROC>(
+            ::SetWindowLongPtrW(box, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Proc)));
+    }
+    ~WhenShown() { ::SetWindowLongPtrW(box, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(edit)); }
+    static LRESULT CALLBACK Proc(HWND h, UINT msg, WPARAM wParam, LPARAM lParam) {
+        const LRESULT result = ::CallWindowProcW(edit, h, msg, wParam, lParam);
+        if (msg == WM_SETTEXT && --left == 0) act();
+        return result;
+    }
+    HWND box;
+    static inline WNDPROC edit = nullptr;
+    static inline int left = 0;
+    static inline std::function<void()> act;
+};
 
 RECT WindowRect(HWND hwnd) {
     RECT r{};
     ::GetWindowRect(hwnd, &r);
     return r;
 }
+
+class WindowTest : public ::testing::Test {
+  protected:
+    void SetUp() override { start(WindowParLines(dir.path(), '\\')); }
+    void TearDown() override {
+        w.reset();
+        ResetProgram();
+    }
+    // The program's start as main does it: the window, Form_Load, then shown.
+    void start(const std::vector<std::string>& lines) {
+        w.reset();
+        ResetProgram();
+        dir.write("Lumbra.par", ParFile(lines));
+        SetCommandLine({"-FP", dir.file("Lumbra.par")});
+        w = std::make_unique<LumbraMnu>();
+        w->Form_Load();
+        w->show(SW_SHOWNORMAL);
+    }
+
+    HWND control(const char* name) const { return w->control(name); }
+    void send(UINT msg, WPARAM wParam, LPARAM lParam) const {
+        ::SendMessageW(w->hwnd(), msg, wParam, lParam);
+    }
+    // Clicks the tab of a page (of the page the control lies on).
+    void showTab(int page) const {
+        const HWND tabs = control("tbOpc");
+        TabCtrl_SetCurSel(tabs, page);
+        NMHDR note{tabs, static_cast<UINT_PTR>(::GetDlgCtrlID(tabs)), TCN_SELCHANGE};
+        send(WM_NOTIFY, note.idFrom, reinterpret_cast<LPARAM>(&note));
+    }
+    void front(const char* name) const {
+        if (PageOfControl(name) >= 0) showTab(PageOfControl(name));
+    }
+    void click(const char* button) const {
+        front(button);
+        ::SendMessageW(control(button), BM_CLICK, 0, 0);
+    }
+    // Chooses an entry of a drop-down list: the selection moves, the list tells its window.
+    void choose(const char* list, int position) const {
+        front(list);
+        ::SendMessageW(control(list), CB_SETCURSEL, static_cast<WPARAM>(position), 0);
+        send(WM_COMMAND, MAKEWPARAM(::GetDlgCtrlID(control(list)), CBN_SELCHANGE),
+             reinterpret_cast<LPARAM>(control(list)));
+    }
+    // Replaces a box's text (Windows-1252) as an edit does, with its change notice.
+    void type(const char* box, const std::string& text) const {
+        front(box);
+        ::SendMessageW(control(box), WM_SETTEXT, 0,
+                       reinterpret_cast<LPARAM>(platform::ToWide(text).c_str()));
+    }
+    void menu(const char* entry) const { send(WM_COMMAND, MAKEWPARAM(w->commandId(entry), 0), 0); }
+    bool grayed(const char* entry) const {
+        return (::GetMenuState(w->menu(), static_cast<UINT>(w->commandId(entry)), MF_BYCOMMAND) &
+                MF_GRAYED) != 0;
+    }
+    std::string text(const char* ctl) const { return w->text(ctl); }
+    int count(const char* list) const {
+        return static_cast<int>(::SendMessageW(control(list), CB_GETCOUNT, 0, 0));
+    }
+    // The bytes a device of the cases received since the last look: a port or a file of the folder.
+    std::string received(const std::string& device, std::size_t count) {
+        if (!device.starts_with("COM")) return dir.read(device);
+        return (device == "COM1" ? com1 : com2).next(count);
+    }
+
+    TempDir dir;
+    RecordingMsgSink boxes;
+    std::unique_ptr<LumbraMnu> w;
+    PortLog com1{"COM1"};
+    PortLog com2{"COM2"};
+};
 
 TEST_F(WindowTest, everyControlLiesWhereTheLayoutPutsItAt96Dpi) {
     ASSERT_EQ(WindowDpi(w->hwnd()), 96) << "the prefix must be at 96 dots per inch";
@@ -86,6 +196,20 @@ TEST_F(WindowTest, everyControlLiesWhereTheLayoutPutsItAt96Dpi) {
         EXPECT_EQ(r.top - origin.y, e.top / 15);
         EXPECT_EQ(r.right - r.left, e.width / 15);
         EXPECT_EQ(r.bottom - r.top, e.height / 15);
+        // Only the text boxes and the message list have a sunken edge inside their rectangle.
+        RECT inner{};
+        ::GetClientRect(control(e.name), &inner);
+        const std::string_view name = e.name;
+        EXPECT_EQ(inner.right < r.right - r.left, name.starts_with("tx") || name == "lbRes");
+    }
+    // Each tab shows its own page's controls alone.
+    for (const int page : {1, 2, 0}) {
+        showTab(page);
+        for (const ExpectedRect& e : kLayoutTwips) {
+            if (PageOfControl(e.name) < 0) continue;
+            EXPECT_EQ(::IsWindowVisible(control(e.name)) != 0, PageOfControl(e.name) == page)
+                << e.name << " on tab " << page;
+        }
     }
     // The spare pages have no tab; the message list stays hidden.
     EXPECT_EQ(TabCtrl_GetItemCount(control("tbOpc")), 3);
@@ -109,20 +233,17 @@ TEST_F(WindowTest, everyButtonSendsTheChosenRowToItsDevice) {
     EXPECT_TRUE(boxes.boxes().empty());
 }
 
-// A typed character Windows-1252 lacks is refused; the rest goes in.
-TEST_F(WindowTest, theBoxesRefuseWhatWindows1252CannotHold) {
+// A typed character Windows-1252 lacks is refused; the rest goes in. Typing in one converter box
+// shows the conversion in the other, and none comes back into the box being edited.
+TEST_F(WindowTest, theBoxesRefuseWhatWindows1252LacksAndTheConverterConverts) {
     type("txLigTst", "");
     for (const wchar_t c : std::wstring(L"a\u2192\u20AC\u00E7"))
         ::SendMessageW(control("txLigTst"), WM_CHAR, c, 1);
     EXPECT_EQ(text("txLigTst"), "a\x80\xE7");
-}
-
-TEST_F(WindowTest, typingInOneBoxShowsTheConversionInTheOther) {
     for (const ConversionCase& c : kConversionCases) {
         SCOPED_TRACE(std::string(c.box) + " " + c.typed);
         type(c.box, c.typed);
         EXPECT_EQ(text(c.other), c.shown);
-        // No conversion came back into the box being edited.
         EXPECT_EQ(text(c.box), c.typed);
     }
 }
@@ -139,6 +260,22 @@ TEST_F(WindowTest, theMessageListKeepsTheNewestLinesInView) {
     EXPECT_EQ(std::wstring(first), L"Liga\u00E7\u00E3o");
 }
 
+// "Ler configuração" reads the file again (here one drawer mode fewer); "Fim" closes the
+// window, and its fonts go with it.
+TEST_F(WindowTest, theMenuReadsTheFileAgainAndEnds) {
+    std::vector<std::string> lines = WindowParLines(dir.path(), '\\');
+    lines.erase(lines.begin() + 7);
+    dir.write("Lumbra.par", ParFile(lines));
+    menu("mnuLerCfg");
+    EXPECT_EQ(count("cbGavAbr"), 2);
+    const auto font = reinterpret_cast<HGDIOBJ>(::SendMessageW(control("laTit"), WM_GETFONT, 0, 0));
+    menu("mnuFim");
+    EXPECT_TRUE(w->unloaded());
+    EXPECT_EQ(w->hwnd(), nullptr);
+    w.reset();
+    EXPECT_EQ(::GetObjectType(font), 0u) << "the window's fonts outlive it";
+}
+
 // Pressed again from inside the cycle ("Parar"), the button stops it before its next send; closing
 // the window stops it the same way, and the window goes once the cycle has returned. While it
 // runs "Ler configuração" is off, and refused if it comes all the same.
@@ -146,31 +283,23 @@ TEST_F(WindowTest, theCycleStopsBeforeItsNextSendByItsButtonOrByClosing) {
     if (!HavePorts()) GTEST_SKIP() << "COM1 is not on a pseudo-terminal";
     for (const bool closing : {false, true}) {
         SCOPED_TRACE(closing ? "closing" : "Parar");
-        if (closing) {
-            w.reset();
-            ResetProgram();
-            dir.write("Lumbra.par", ParFile(WindowParLines(dir.path(), '\\')));
-            SetCommandLine({"-FP", dir.file("Lumbra.par")});
-            start();
-        }
+        if (closing) start(WindowParLines(dir.path(), '\\'));
         dir.write("Lumbra.par", ParFile({"#GAV Gaveta", "Novo [N]=1", "##"}));
         choose("cbGavAbr", 2);
         std::string caption;
-        bool grayed = false;
+        bool off = false;
         {
             const WhenShown third(control("txGavAbr"), 3, [&] {
                 caption = text("cmAbrCic");
-                grayed = MenuGrayed(w->menu(), w->commandId("mnuLerCfg"));
+                off = grayed("mnuLerCfg");
                 menu("mnuLerCfg");
-                if (closing)
-                    ::PostMessageW(w->hwnd(), WM_CLOSE, 0, 0);
-                else
-                    ::PostMessageW(control("cmAbrCic"), BM_CLICK, 0, 0);
+                ::PostMessageW(closing ? w->hwnd() : control("cmAbrCic"),
+                               closing ? WM_CLOSE : BM_CLICK, 0, 0);
             });
             click("cmAbrCic");
         }
         EXPECT_EQ(caption, "Parar");
-        EXPECT_TRUE(grayed);
+        EXPECT_TRUE(off);
         EXPECT_EQ(received("COM1", 10), std::string("\x1Bp\0\n\n\x1Bp\x01\n\n", 10));
         EXPECT_EQ(Gb().gavTab.at(3).vtx, kCycleCommand);
         if (closing) {
@@ -180,7 +309,7 @@ TEST_F(WindowTest, theCycleStopsBeforeItsNextSendByItsButtonOrByClosing) {
             continue;
         }
         EXPECT_EQ(text("cmAbrCic"), "Ciclo");
-        EXPECT_FALSE(MenuGrayed(w->menu(), w->commandId("mnuLerCfg")));
+        EXPECT_FALSE(grayed("mnuLerCfg"));
         EXPECT_EQ(count("cbGavAbr"), 3);
         EXPECT_EQ(text("txGavAbr"), "chr$(27)+\"p\"+chr$(1)+chr$(10)+chr$(10)");
     }
@@ -197,37 +326,26 @@ TEST_F(WindowTest, theBoxesOfTheCycleOfferItsStopAndTheHourglassWaitsOutside) {
         void show(const std::string& title, const std::string& body,
                   platform::MsgIcon icon) override {
             texts.push_back(body);
-            busy.push_back(::GetCursor() == ::LoadCursorW(nullptr, IDC_WAIT));
+            busy.push_back(::GetCursor() == ::LoadCursorW(nullptr, IDC_WAIT) &&
+                           platform::BusyPointerShown());
             WinMsgSink::show(title, body, icon);
         }
     } watch;
     watch.setOwner(w->hwnd());
     platform::SetMsgSink(&watch);
-    struct Seen {
-        std::vector<std::string> stop;
-        std::vector<bool> busy;
-    };
-    static Seen seen;
-    seen = {};
+    // What each box offered, and whether the hourglass showed while it waited.
+    static std::vector<std::string> stop;
+    static std::vector<bool> busy;
+    stop.clear();
     // Inside the box's own loop: note what it offers, then choose the stop where there is one.
     const auto answer = [](HWND, UINT, UINT_PTR, DWORD) {
-        HWND box = nullptr;
-        ::EnumThreadWindows(
-            ::GetCurrentThreadId(),
-            [](HWND h, LPARAM found) {
-                wchar_t cls[16] = {};
-                ::GetClassNameW(h, cls, 16);
-                if (std::wstring(cls) == L"#32770" && ::IsWindowVisible(h))
-                    *reinterpret_cast<HWND*>(found) = h;
-                return TRUE;
-            },
-            reinterpret_cast<LPARAM>(&box));
-        if (box == nullptr) return;
+        const HWND box = ::FindWindowW(L"#32770", nullptr);
+        if (box == nullptr || !::IsWindowVisible(box)) return;
         wchar_t caption[32] = {};
         const HWND cancel = ::GetDlgItem(box, IDCANCEL);
         if (cancel != nullptr) ::GetWindowTextW(cancel, caption, 32);
-        seen.stop.push_back(platform::FromWide(caption));
-        seen.busy.push_back(::GetCursor() == ::LoadCursorW(nullptr, IDC_WAIT));
+        stop.push_back(platform::FromWide(caption));
+        busy.push_back(::GetCursor() == ::LoadCursorW(nullptr, IDC_WAIT));
         ::PostMessageW(box, WM_COMMAND, cancel != nullptr ? IDCANCEL : IDOK, 0);
     };
     const UINT_PTR timer = ::SetTimer(nullptr, 0, 20, answer);
@@ -235,21 +353,83 @@ TEST_F(WindowTest, theBoxesOfTheCycleOfferItsStopAndTheHourglassWaitsOutside) {
     choose("cbGavAbr", 2);
     click("cmAbrCic");
     EXPECT_EQ(watch.texts.size(), 1u);
-    EXPECT_EQ(seen.stop, std::vector<std::string>{"Parar ciclo"});
+    EXPECT_EQ(stop, std::vector<std::string>{"Parar ciclo"});
     EXPECT_EQ(Gb().gavTab.at(3).vtx, kCycleCommand);
     EXPECT_EQ(text("cmAbrCic"), "Ciclo");
 
-    seen = {};
+    stop.clear();
+    busy.clear();
     watch.busy.clear();
     click("cmGavAbr");
     ::KillTimer(nullptr, timer);
     platform::SetMsgSink(&boxes);
-    EXPECT_EQ(seen.stop, std::vector<std::string>(3, ""));
+    EXPECT_EQ(stop, std::vector<std::string>(3, ""));
     EXPECT_EQ(watch.busy, std::vector<bool>(3, true));
-    EXPECT_EQ(seen.busy, std::vector<bool>(3, false));
+    EXPECT_EQ(busy, std::vector<bool>(3, false));
     EXPECT_FALSE(platform::BusyPointerShown());
     ASSERT_FALSE(watch.texts.empty());
     EXPECT_TRUE(watch.texts[0].starts_with("Funcao: Abrir|")) << watch.texts[0];
+}
+
+// The line as the settings give it, and the port's own bound on a write: the stall limit plus the
+// time each character takes on the line (stop bits counted as two), rounded up. A pseudo-terminal
+// keeps neither parity nor 7 data bits, so only the speed and stop bits are read back.
+TEST(SerialLineTest, theLineTakesTheSettingsAndBoundsWritesByTheCharacterTime) {
+    if (!HavePorts()) GTEST_SKIP() << "COM1 is not on a pseudo-terminal";
+    const struct {
+        const char* settings;
+        DWORD baud, stop, perChar;
+    } cases[] = {{"9600,n,8,1", 9600, ONESTOPBIT, 2},
+                 {"1200,e,7,2", 1200, TWOSTOPBITS, 10},
+                 {"300,o,8,2", 300, TWOSTOPBITS, 40},
+                 {"19200,n,7,1", 19200, ONESTOPBIT, 1}};
+    platform::SetWriteStallLimit(milliseconds(1234));
+    SerialPortControl port;
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.settings);
+        ASSERT_TRUE(port.setSettings(c.settings) && port.setPortOpen(true)) << port.errorText();
+        const auto handle = reinterpret_cast<HANDLE>(port.nativeHandle());
+        DCB dcb{};
+        dcb.DCBlength = sizeof dcb;
+        COMMTIMEOUTS t{};
+        ASSERT_TRUE(::GetCommState(handle, &dcb) && ::GetCommTimeouts(handle, &t));
+        EXPECT_EQ(std::vector<DWORD>({dcb.BaudRate, dcb.StopBits, t.ReadIntervalTimeout,
+                                      t.WriteTotalTimeoutMultiplier, t.WriteTotalTimeoutConstant}),
+                  std::vector<DWORD>({c.baud, c.stop, MAXDWORD, c.perChar, 1234}));
+        EXPECT_TRUE(port.setPortOpen(false));
+    }
+    platform::SetWriteStallLimit({});
+}
+
+// A device that takes nothing for a while is waited for, however often the write waits; one that
+// takes nothing for the stall limit fails the write, and the port works on afterwards.
+TEST(SerialLineTest, aSlowDeviceIsWaitedForAndAStalledOneFailsTheWrite) {
+    if (!HavePorts()) GTEST_SKIP() << "COM2 is not on a pseudo-terminal";
+    const std::string hold = PortFile("hold-COM2");
+    const std::string bytes(256 * 1024, 'x');
+    PortLog log("COM2");
+    SerialPortControl port;
+    ASSERT_TRUE(port.setCommPort(2) && port.setSettings("115200,n,8,1") && port.setPortOpen(true))
+        << port.errorText();
+    for (const bool slow : {true, false}) {
+        platform::SetWriteStallLimit(milliseconds(slow ? 5000 : 300));
+        std::ofstream(hold).put('x');
+        std::thread release([&] {
+            if (!slow) return;
+            std::this_thread::sleep_for(milliseconds(400));
+            ::DeleteFileA(hold.c_str());
+        });
+        EXPECT_EQ(port.output(bytes), slow) << port.errorText();
+        release.join();
+        ::DeleteFileA(hold.c_str());
+        if (slow) {
+            EXPECT_EQ(log.next(bytes.size()).size(), bytes.size());
+        }
+    }
+    EXPECT_TRUE(port.errorText().find(" n\xE3o aceitou nenhum byte") != std::string::npos)
+        << port.errorText();
+    EXPECT_TRUE(port.output("end")) << port.errorText();
+    platform::SetWriteStallLimit({});
 }
 
 }  // namespace

@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # Runs the Windows window's test program under Wine, in the prefix WINEPREFIX names, on a private
-# virtual display. COM1 and COM2 of the prefix point at pseudo-terminals made here (a Windows
-# program cannot make one); what reaches each is copied into received-COM1 and received-COM2 of a
-# folder that LUMBRA_TEST_PORTS names to the program. Every other COM port points at nothing, and COM1 and
-# COM2 do again when the run ends.
+# virtual display. COM1 and COM2 point at pseudo-terminals made here (a Windows program cannot make
+# one), every other COM port at nothing, and COM1 and COM2 do again when the run ends. What reaches
+# COMn is copied into received-COMn of the folder LUMBRA_TEST_PORTS names to the program; while
+# that folder holds hold-COMn, COMn takes nothing.
 #   run_window_test.sh PROGRAM [ARGS...]
 set -euo pipefail
 exe=${1:?usage: run_window_test.sh PROGRAM [ARGS...]}
@@ -23,8 +23,7 @@ cleanup() {
   # The server and its helpers belong to this display: they go with it.
   bash "$support/wine_ports.sh" "$WINEPREFIX" >/dev/null 2>&1
   "$WINESERVER" -k >/dev/null 2>&1
-  [ -n "$relay_pid" ] && kill "$relay_pid" 2>/dev/null && wait "$relay_pid" 2>/dev/null
-  [ -n "$xvfb_pid" ] && kill "$xvfb_pid" 2>/dev/null && wait "$xvfb_pid" 2>/dev/null
+  for pid in $relay_pid $xvfb_pid; do kill "$pid" 2>/dev/null && wait "$pid" 2>/dev/null; done
   rm -rf "$work"
   exit "$status"
 }
@@ -42,11 +41,13 @@ ports = []
 for name in names:
     master, slave = pty.openpty()
     tty.setraw(slave)
-    ports.append((master, slave, open(os.path.join(folder, "received-" + name), "wb", buffering=0)))
+    log = open(os.path.join(folder, "received-" + name), "wb", buffering=0)
+    ports.append((name, master, slave, log))
     print(name + "=" + os.ttyname(slave), flush=True)
 while True:
-    ready, _, _ = select.select([p[0] for p in ports], [], [])
-    for master, _, log in ports:
+    live = [p for p in ports if not os.path.exists(os.path.join(folder, "hold-" + p[0]))]
+    ready, _, _ = select.select([p[1] for p in live], [], [], 0.02)
+    for _, master, _, log in live:
         if master in ready:
             log.write(os.read(master, 65536))
 PY

@@ -4,13 +4,13 @@
 #include <gmock/gmock.h>
 #include <pty.h>
 #include <sys/file.h>
-#include <sys/prctl.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <termios.h>
 #include <unistd.h>
 
 #include <QCoreApplication>
+#include <QGuiApplication>
 #include <QLayout>
 #include <QLineEdit>
 #include <QPushButton>
@@ -18,22 +18,17 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
-#include <optional>
 #include <thread>
 
 #include "channels/GlbComFr.h"
 #include "channels/GlbComFrUi.h"
-#include "channels/PgmFic.h"
 #include "channels/posix/serial_lock.h"
-#include "platform/file_handles.h"
+#include "platform/busy_pointer.h"
 #include "platform/posix/line_speed.h"
-#include "platform/program.h"
 #include "platform/qt/qt_codepage.h"
 #include "platform/write_stall.h"
 #include "tests/channels/channel_test.h"
 #include "tests/support/pty_pair.h"
-#include "tests/support/recording_msg_sink.h"
-#include "tests/support/temp_dir.h"
 #include "util/text/value.h"
 
 namespace lumbra {
@@ -45,7 +40,12 @@ using test::MapPorts;
 // A process number as the system's serial programs write it in a lock file: ten characters.
 std::string PidText(pid_t pid) {
     const std::string digits = std::to_string(pid);
-    return std::string(10 - std::min<std::size_t>(digits.size(), 10), ' ') + digits;
+    return std::string(10 - digits.size(), ' ') + digits;
+}
+
+std::string Read(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(in), {});
 }
 
 // The line at path as another program finds it (speed included); set, when given, before.
@@ -58,46 +58,19 @@ termios Line(const std::string& path, const termios* set = nullptr) {
     return tio;
 }
 
-// Another program, a child of the test running until the object goes. Given a device, it holds
-// flock on it as picocom does; otherwise it only runs, for a lock file that names it.
-struct HoldingProcess {
-    explicit HoldingProcess(const std::string& device) {
-        int ready[2];
-        EXPECT_EQ(::pipe(ready), 0);
-        if ((pid = ::fork()) == 0) {
-            ::prctl(PR_SET_PDEATHSIG, SIGKILL);  // never outlives the test
-            const int fd = device.empty() ? -1 : ::open(device.c_str(), O_RDWR | O_NOCTTY);
-            if (!device.empty() && (fd < 0 || ::flock(fd, LOCK_EX | LOCK_NB) != 0)) ::_exit(1);
-            if (::write(ready[1], "", 1) == 1) ::pause();
-            ::_exit(0);
-        }
-        char c = 1;
-        EXPECT_EQ(::read(ready[0], &c, 1), 1) << "the holding process did not start";
-        ::close(ready[0]);
-        ::close(ready[1]);
-    }
-    ~HoldingProcess() {
-        if (pid > 0) ::kill(pid, SIGKILL), ::waitpid(pid, nullptr, 0);
-    }
-    pid_t pid = -1;
-};
-
-// A full device fails the write; a device node that is missing fails the open, and nothing is
-// made in its place.
+// A full device fails the write; a missing device node fails the open and is not made.
 TEST_F(ChannelTest, DeviceFailuresAreShownUnderTheirFunction) {
     writeOnce("A", "/dev/full", "x", 1);
     const std::string gone = "/dev/lumbra-sem-dispositivo-" + std::to_string(::getpid());
     writeOnce("O", gone, "x");
-    const std::string in = "Erro no ficheiro: ";
-    const std::string badName = "Funcao: Gravar TX|Erro:Nome ou n\xFAmero de ficheiro incorrecto";
+    const std::string in = "Erro no ficheiro: ", write = "Funcao: Gravar TX|Erro:";
     const std::vector<test::RecordedBox> want = {
-        {in + "/dev/full", "Funcao: Gravar TX|Erro:Disco cheio"},
+        {in + "/dev/full", write + "Disco cheio"},
         {in + gone, "Funcao: Abrir|Erro:Dispositivo indispon\xEDvel"},
-        {in + gone, badName}};
+        {in + gone, write + "Nome ou n\xFAmero de ficheiro incorrecto"}};
     EXPECT_EQ(boxes.boxes(), want);
     EXPECT_TRUE(reports.empty());
-    struct stat st {};
-    EXPECT_NE(::lstat(gone.c_str(), &st), 0);
+    EXPECT_NE(::access(gone.c_str(), F_OK), 0);
 }
 
 // Port 1 is a pseudo-terminal, port 2 a device that does not exist.
@@ -107,30 +80,26 @@ class SerialChannelTest : public ChannelTest {
         MapPorts({{1, pty.slavePath()}, {2, dir.file("ttyGone")}});
         ChannelTest::SetUp();
     }
-    // Prepares and opens channel 1 on port 1.
     void openPort(const std::string& settings = "9600,n,8,1") {
         CanPserPrp(1, "COM1", settings);
         CanPserAbr(1);
         ASSERT_TRUE(boxes.boxes().empty()) << boxes.boxes().front().text;
     }
     SerialPortControl& port() { return CanHostForm()->pSer(1); }
-    std::string label() const { return "Porta 1 (" + pty.slavePath() + ")"; }
     test::PtyPair pty;
 };
 
-// Every byte value, in a write far larger than the line buffers, arrives unchanged even when the
-// port is closed right after it; the write is reported once. The channel had a port that could not
-// open first: prepared again with one that can, it works.
+// Every byte value, in a write far larger than the line buffers; the channel first had a port that
+// could not open.
 TEST_F(SerialChannelTest, EveryByteArrivesUnchangedEvenWhenClosedRightAfter) {
     CanPserPrp(1, "COM2", "9600,n,8,1");
     CanPserAbr(1);
     ASSERT_EQ(boxes.boxes().size(), 1u);
     boxes.clear();
     openPort("115200,n,8,1");
-    std::string payload(64 * 1024, '\0');
+    std::string payload(64 * 1024, '\0'), got;
     for (std::size_t i = 0; i < payload.size(); ++i)
         payload[i] = static_cast<char>(i * 7 % 256);
-    std::string got;
     std::thread reader([&] { got = pty.readExactly(payload.size()); });
     CanPserEsc(1, payload);
     CanPserFec(1);
@@ -140,18 +109,16 @@ TEST_F(SerialChannelTest, EveryByteArrivesUnchangedEvenWhenClosedRightAfter) {
     EXPECT_TRUE(boxes.boxes().empty());
 }
 
-// While open the line runs at the settings and ignores its carrier; after the close any program
-// reads the speed used (as its standard code where it has one) and the local-mode flag as found.
+// While open the line is raw and ignores its carrier; after the close the next program finds the
+// speed used (as its standard code where it has one) and the local-mode flag as found.
 TEST_F(SerialChannelTest, LineSettingsReachTheDeviceAndStayForTheNextProgram) {
     const struct {
         const char* settings;
-        speed_t code;
+        speed_t code;  // CBAUDEX: a custom rate (the kernel's BOTHER)
         std::int64_t baud;
         bool twoStop;
         std::int16_t dataBits;
-    } cases[] = {{"110,O,6,2", B110, 110, true, 6},
-                 // A rate without a code of its own is a custom rate (the kernel's BOTHER).
-                 {"14400,n,8,1", CBAUDEX, 14400, false, 8}};
+    } cases[] = {{"110,O,6,2", B110, 110, true, 6}, {"14400,n,8,1", CBAUDEX, 14400, false, 8}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.settings);
         termios before = Line(pty.slavePath());
@@ -164,7 +131,10 @@ TEST_F(SerialChannelTest, LineSettingsReachTheDeviceAndStayForTheNextProgram) {
         ASSERT_EQ(::tcgetattr(static_cast<int>(port().nativeHandle()), &open), 0);
         EXPECT_EQ(::cfgetospeed(&open), c.code);
         EXPECT_NE(open.c_cflag & CLOCAL, 0u);
+        EXPECT_EQ(open.c_lflag & (ICANON | ECHO | ISIG), 0u);
+        EXPECT_EQ(open.c_cc[VMIN] + open.c_cc[VTIME], 0);
         CanPserFec(1);
+        EXPECT_EQ(port().nativeHandle(), -1);
         const termios after = Line(pty.slavePath());
         EXPECT_EQ(::cfgetospeed(&after), c.code);
         EXPECT_EQ((after.c_cflag & CSTOPB) != 0, c.twoStop);
@@ -181,8 +151,8 @@ TEST_F(SerialChannelTest, ADeviceGoneBeforeTheWriteIsReportedAndThePortStillClos
     CanPserEsc(1, "lost");
     CanPserFec(1);
     const std::vector<test::RecordedBox> want = {
-        {"Erro no ficheiro: COM1",
-         "Funcao: Escrever|Erro:" + label() + " foi desligada durante a escrita"}};
+        {"Erro no ficheiro: COM1", "Funcao: Escrever|Erro:Porta 1 (" + pty.slavePath() +
+                                       ") foi desligada durante a escrita"}};
     EXPECT_EQ(boxes.boxes(), want);
     EXPECT_FALSE(port().portOpen());
     EXPECT_TRUE(reports.empty());
@@ -203,9 +173,8 @@ TEST_F(SerialChannelTest, ADeviceThatStopsTakingDataFailsTheWriteWithinTheStallL
     EXPECT_TRUE(port().portOpen());
 }
 
-// A lock whose process is gone, or that names no process once kEmptyLockAge old, never blocks the
-// port. While open, the port holds the device as other programs look for it, by a lock file that
-// names this process and by flock; both go with the close.
+// While open, the port holds the device by a lock file naming this process and by flock; both go
+// with the close, the lock file only while it still names this process.
 TEST_F(SerialChannelTest, AStaleLockIsRemovedAndThePortHoldsTheDeviceWhileOpen) {
     const pid_t gone = ::fork();
     if (gone == 0) ::_exit(0);
@@ -224,8 +193,7 @@ TEST_F(SerialChannelTest, AStaleLockIsRemovedAndThePortHoldsTheDeviceWhileOpen) 
         std::ofstream(lock, std::ios::binary) << text;
         std::filesystem::last_write_time(lock, std::filesystem::file_time_type::clock::now() - age);
         openPort();
-        std::ifstream in(lock);
-        EXPECT_EQ(std::string(std::istreambuf_iterator<char>(in), {}), PidText(::getpid()) + "\n");
+        EXPECT_EQ(Read(lock), PidText(::getpid()) + "\n");
         const int other = ::open(pty.slavePath().c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK);
         EXPECT_NE(::flock(other, LOCK_EX | LOCK_NB), 0);
         CanPserFec(1);
@@ -233,7 +201,6 @@ TEST_F(SerialChannelTest, AStaleLockIsRemovedAndThePortHoldsTheDeviceWhileOpen) 
         ::close(other);
         EXPECT_NE(::access(lock.c_str(), F_OK), 0);
     }
-    // The close removes the lock file only while it names this process.
     openPort();
     std::ofstream(lock) << gone << "\n";
     CanPserFec(1);
@@ -241,12 +208,11 @@ TEST_F(SerialChannelTest, AStaleLockIsRemovedAndThePortHoldsTheDeviceWhileOpen) 
     ::unlink(lock.c_str());
 }
 
-// A port held by a running process is never opened nor written, and its line is left as it is:
-// held by a lock file however old (the serial library takes one over 30 s old for stale), by flock
-// on the device, or by another channel. The box names the holder.
-TEST_F(SerialChannelTest, APortHeldElsewhereIsNeitherOpenedNorWritten) {
+// The line is left as it is, the box naming the holder. A lock file is live however old (the
+// serial library takes one over 30 s old for stale).
+TEST_F(SerialChannelTest, APortHeldElsewhereOrRefusingItsSettingsIsNeitherOpenedNorWritten) {
     // The port names a link to the device, locked under the device's name or under the link's.
-    enum class Held { LockFile, LinkedLockFile, LinkNameLockFile, Flock, Channel };
+    enum class Held { LockFile, LinkedLockFile, LinkNameLockFile, Flock, Channel, Refused };
     const std::string link = dir.file("ttyLink");
     std::filesystem::create_symlink(pty.slavePath(), link);
     std::string linkName = link;
@@ -254,21 +220,19 @@ TEST_F(SerialChannelTest, APortHeldElsewhereIsNeitherOpenedNorWritten) {
     const std::string deviceLock = SerialLockPath(pty.slavePath());
     const std::string linkLock = deviceLock.substr(0, deviceLock.rfind('/')) + "/LCK.." + linkName;
     for (const Held held : {Held::LockFile, Held::LinkedLockFile, Held::LinkNameLockFile,
-                            Held::Flock, Held::Channel}) {
+                            Held::Flock, Held::Channel, Held::Refused}) {
         SCOPED_TRACE(static_cast<int>(held));
         boxes.clear();
         const bool linked = held == Held::LinkedLockFile || held == Held::LinkNameLockFile;
         const std::string device = linked ? link : pty.slavePath();
         const std::string lock = held == Held::LinkNameLockFile ? linkLock : deviceLock;
         MapPorts({{1, device}});
-        std::optional<HoldingProcess> holder;
-        pid_t pid = ::getpid();
-        if (held == Held::Channel) {
-            openPort();
-        } else {
-            holder.emplace(held == Held::Flock ? pty.slavePath() : "");
-            pid = holder->pid;
-        }
+        // This process holds it as another program would: a second open of the device takes
+        // flock on its own, and a lock file naming a running process is live.
+        const int other = ::open(pty.slavePath().c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK);
+        ASSERT_TRUE(held != Held::Flock || ::flock(other, LOCK_EX | LOCK_NB) == 0);
+        if (held == Held::Channel) openPort();
+        const pid_t pid = ::getpid();
         const std::string minicom = PidText(pid) + " minicom root\n";
         const bool lockFile = held == Held::LockFile || linked;
         if (lockFile) {
@@ -277,39 +241,40 @@ TEST_F(SerialChannelTest, APortHeldElsewhereIsNeitherOpenedNorWritten) {
                 lock, std::filesystem::file_time_type::clock::now() - std::chrono::minutes(1));
         }
         const tcflag_t flags = Line(pty.slavePath()).c_cflag;
-        CanPserPrp(2, "COM1", "9600,n,8,1");
+        const char* settings = held == Held::Refused ? "9600,n,4,1" : "9600,n,8,1";
+        CanPserPrp(2, "COM1", settings);
         CanPserAbr(2);
         CanPserEsc(2, "x");
+        const std::string why =
+            held == Held::Refused
+                ? std::string(" recusou a configura\xE7\xE3o \"") + settings +
+                      "\": 4 bits de dados n\xE3o suportados pelo dispositivo"
+                : " em uso pelo processo " + std::to_string(pid) + " (channels_tests)";
         const std::vector<test::RecordedBox> want = {
-            {"Erro no ficheiro: COM1", "Funcao: Abrir|Erro:Porta 1 (" + device +
-                                           ") em uso pelo processo " + std::to_string(pid) +
-                                           " (channels_tests)"},
+            {"Erro no ficheiro: COM1", "Funcao: Abrir|Erro:Porta 1 (" + device + ")" + why},
             {"Erro no ficheiro: COM1", "Funcao: Escrever|Erro:Porta 1 n\xE3o est\xE1 aberta"}};
         EXPECT_EQ(boxes.boxes(), want);
         EXPECT_EQ(pty.readAvailable(), "");
         EXPECT_EQ(Line(pty.slavePath()).c_cflag, flags);
         if (lockFile) {
-            std::ifstream in(lock);
-            EXPECT_EQ(std::string(std::istreambuf_iterator<char>(in), {}), minicom);
+            EXPECT_EQ(Read(lock), minicom);
             ::unlink(lock.c_str());
+        } else if (held != Held::Channel) {
+            EXPECT_NE(::access(deviceLock.c_str(), F_OK), 0);
         }
         if (held == Held::Channel) CanPserFec(1);
+        ::close(other);
     }
 }
 
-// What the device sends waits in the receive buffer, of which the last 1024 bytes are kept; with a
-// threshold set, arriving bytes raise OnComm and the form's handler takes them.
-TEST(SerialReceiveTest, ArrivingBytesAreKeptToTheLast1024AndRaiseOnComm) {
-    test::RecordingMsgSink boxes;
+// With a threshold set, arriving bytes raise OnComm and the form's handler takes them.
+TEST_F(SerialChannelTest, ArrivingBytesAreKeptToTheLast1024AndRaiseOnComm) {
     int master = -1, slave = -1;
     char name[64];
     ASSERT_EQ(::openpty(&master, &slave, name, nullptr, nullptr), 0);
     ::close(slave);
     MapPorts({{1, name}});
-    CanIni();
-    CanPserPrp(1, "COM1", "9600,n,8,1");
-    CanPserAbr(1);
-    SerialPortControl& port = CanHostForm()->pSer(1);
+    openPort();
     // Sends bytes from the device and lets the port take them until done says so.
     const auto receive = [&](const std::string& bytes, const std::function<bool()>& done) {
         ASSERT_EQ(::write(master, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
@@ -322,25 +287,22 @@ TEST(SerialReceiveTest, ArrivingBytesAreKeptToTheLast1024AndRaiseOnComm) {
     std::string sent(3000, '\0');
     for (std::size_t i = 0; i < sent.size(); ++i)
         sent[i] = static_cast<char>(i % 251);
-    receive(sent, [&] { return port.inBufferCount() == 1024; });
-    EXPECT_EQ(port.commEvent(), comEvNone);
-    port.setInputLen(24);
-    EXPECT_EQ(port.input(), sent.substr(sent.size() - 1024, 24));
-    port.setRThreshold(1);
-    receive("abc", [&] { return port.inBufferCount() == 0; });
-    EXPECT_EQ(port.commEvent(), comEvReceive);
+    receive(sent, [&] { return port().inBufferCount() == 1024; });
+    EXPECT_EQ(port().commEvent(), comEvNone);
+    port().setInputLen(24);
+    EXPECT_EQ(port().input(), sent.substr(sent.size() - 1024, 24));
+    port().setRThreshold(1);
+    receive("abc", [&] { return port().inBufferCount() == 0; });
+    EXPECT_EQ(port().commEvent(), comEvReceive);
     // A handler may close the port that calls it.
-    port.setOnComm([&port] { port.setPortOpen(false); });
-    receive("d", [&] { return !port.portOpen(); });
-    CanFim();
+    port().setOnComm([this] { port().setPortOpen(false); });
+    receive("d", [&] { return !port().portOpen(); });
     ::close(master);
-    MapPorts({});
     EXPECT_TRUE(boxes.boxes().empty());
 }
 
-// Every button is in its frame's layout (else it keeps a stray place over the other controls).
-// The panel sends its text with CR LF on port 1 as it stands when the form loads; the modem test
-// sends AT and closes its port.
+// A button outside its frame's layout keeps a stray place over the other controls. The panel
+// sends on port 1 as it stands when the form loads.
 TEST_F(SerialChannelTest, TheWindowLaysOutEveryButtonAndItsPanelsSendOnTheirPorts) {
     GlbComFrUi ui{*CanHostForm()};
     ui.show();
@@ -362,6 +324,25 @@ TEST_F(SerialChannelTest, TheWindowLaysOutEveryButtonAndItsPanelsSendOnTheirPort
     EXPECT_EQ(pty.readExactly(3), "AT\r");
     EXPECT_FALSE(CanHostForm()->MSComm1().portOpen());
     EXPECT_TRUE(boxes.boxes().empty());
+}
+
+// What the window shows: a character Windows-1252 lacks goes out as '?'; a pause takes every
+// hourglass off and puts them all back.
+TEST(WindowPiecesTest, CodepageAndHourglass) {
+    std::string bytes;
+    EXPECT_FALSE(platform::ToCp1252(QString::fromUtf8("a\u2713\u20AC"), bytes));
+    EXPECT_EQ(bytes, "a?\x80");
+    {
+        const platform::BusyPointer outer;
+        {
+            const platform::BusyPointer inner;
+            const platform::BusyPointerPause pause;
+            EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+        }
+        ASSERT_NE(QGuiApplication::overrideCursor(), nullptr);
+        EXPECT_EQ(QGuiApplication::overrideCursor()->shape(), Qt::WaitCursor);
+    }
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
 }
 
 }  // namespace

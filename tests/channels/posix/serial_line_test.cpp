@@ -1,11 +1,17 @@
-// The serial line on Linux: the character format in the terminal driver's flags, the device each
-// port names by itself, and why a device node cannot serve.
+// The serial line on Linux: the character format in the terminal driver's flags, why a device
+// node cannot serve, and the lock a port holds on it.
 #include <gtest/gtest.h>
+#include <sched.h>
+#include <sys/mount.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
+
+#include <cstdlib>
 
 #include "channels/posix/device_access.h"
 #include "channels/posix/line_format.h"
+#include "channels/posix/serial_lock.h"
 #include "channels/serial_device.h"
 #include "tests/support/pty_pair.h"
 #include "tests/support/temp_dir.h"
@@ -76,6 +82,45 @@ TEST(SerialDeviceTest, SaysWhyADeviceNodeCannotBeUsed) {
         if (result == test::kCannotDropRoot) GTEST_SKIP() << "cannot run as an ordinary user";
         EXPECT_EQ(result, 0) << want;
     }
+}
+
+// A descriptor flock cannot lock at all (here none) leaves the device to its lock file alone.
+TEST(SerialLockTest, TakingAnotherDeviceGivesTheFirstBack) {
+    test::TempDir dir;
+    const std::string first = dir.file("ttyA"), second = dir.file("ttyB");
+    const auto locked = [](const std::string& device) {
+        return ::access(SerialLockPath(device).c_str(), F_OK) == 0;
+    };
+    SerialLock lock;
+    ASSERT_TRUE(lock.takeFile(first) && locked(first) && lock.takeFile(second));
+    EXPECT_TRUE(!locked(first) && locked(second));
+    EXPECT_TRUE(lock.takeDevice(-1, second));
+    EXPECT_EQ(lock.inUse(), "");
+    lock.release();
+    EXPECT_FALSE(locked(second));
+}
+
+// The lock folders are made read-only for one process.
+TEST(SerialLockDeathTest, WithoutAWritableLockFolderTheDeviceGoesWithoutALockFile) {
+    // Only in a mount namespace of the child's own: never over this machine's folders.
+    const pid_t probe = ::fork();
+    if (probe == 0) ::_exit(::unshare(CLONE_NEWNS) == 0 ? 0 : 1);
+    int status = -1;
+    ::waitpid(probe, &status, 0);
+    if (status != 0) GTEST_SKIP() << "making the lock folders read-only needs a mount namespace";
+    test::PtyPair pty;
+    EXPECT_EXIT(
+        {
+            if (::unshare(CLONE_NEWNS) != 0) std::exit(3);
+            if (::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0) std::exit(4);
+            for (const char* folder : {"/var/lock", "/etc/locks", "/var/spool/locks",
+                                       "/var/spool/uucp", "/tmp", "/var/tmp", "/run/lock"})
+                ::mount("none", folder, "tmpfs", MS_RDONLY, nullptr);
+            SerialLock lock;
+            const bool none = SerialLockPath(pty.slavePath()).empty();
+            std::exit(none ? (lock.takeFile(pty.slavePath()) ? 0 : 1) : 2);
+        },
+        ::testing::ExitedWithCode(0), "");
 }
 
 }  // namespace

@@ -16,53 +16,28 @@ namespace {
 
 // A device that takes bytes only when the test reads them: the server end of a named pipe with
 // a small buffer, whose client end the program opens by name as it would a printer's.
-class PipeDevice {
-  public:
+struct PipeDevice {
     explicit PipeDevice(const std::string& which)
-        : name_("\\\\.\\pipe\\lumbra-" + std::to_string(::GetCurrentProcessId()) + "-" + which),
-          server_(::CreateNamedPipeA(name_.c_str(), PIPE_ACCESS_DUPLEX,
-                                     PIPE_TYPE_BYTE | PIPE_READMODE_BYTE | PIPE_WAIT, 1, 512, 512,
-                                     0, nullptr)) {}
-    ~PipeDevice() { ::CloseHandle(server_); }
-    PipeDevice(const PipeDevice&) = delete;
-    PipeDevice& operator=(const PipeDevice&) = delete;
-
-    const std::string& name() const { return name_; }
-    bool ready() const { return server_ != INVALID_HANDLE_VALUE; }
+        : name("\\\\.\\pipe\\lumbra-" + std::to_string(::GetCurrentProcessId()) + "-" + which),
+          server(::CreateNamedPipeA(name.c_str(), PIPE_ACCESS_DUPLEX,
+                                    PIPE_TYPE_BYTE | PIPE_READMODE_BYTE | PIPE_WAIT, 1, 512, 512, 0,
+                                    nullptr)) {}
+    ~PipeDevice() { ::CloseHandle(server); }
     // Reads until count bytes came, as a slow device takes them; without a count, what it holds.
     std::string read(std::size_t count = 0) {
         std::string bytes;
         char chunk[100];
         DWORD got = 0, waiting = 0;
-        const auto more = [&] {
-            return count > 0 ? bytes.size() < count
-                             : ::PeekNamedPipe(server_, nullptr, 0, nullptr, &waiting, nullptr) &&
-                                   waiting > 0;
-        };
-        while (more() && ::ReadFile(server_, chunk, sizeof chunk, &got, nullptr) != 0)
+        while ((count > 0 ? bytes.size() < count
+                          : ::PeekNamedPipe(server, nullptr, 0, nullptr, &waiting, nullptr) &&
+                                waiting > 0) &&
+               ::ReadFile(server, chunk, sizeof chunk, &got, nullptr) != 0)
             bytes.append(chunk, got);
         return bytes;
     }
-
-  private:
-    std::string name_;
-    HANDLE server_;
+    const std::string name;
+    const HANDLE server;
 };
-
-// Console events reach every program on the console: the test takes a console of its own, so that
-// its Ctrl+C reaches nobody else (Wine, besides, delivers them only on a console the program made).
-bool OwnConsole() {
-    static const bool made = (::FreeConsole(), ::AllocConsole() != 0);
-    return made;
-}
-
-// What a technician's Ctrl+C does, and waits until the program has heard it.
-void PressCtrlC() {
-    ASSERT_TRUE(OwnConsole());
-    ASSERT_NE(::GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0), 0);
-    while (!StopRequested())
-        ::Sleep(1);
-}
 
 class DevicesTest : public ::testing::Test {
   protected:
@@ -77,8 +52,7 @@ class DevicesTest : public ::testing::Test {
 // what it did not take is dropped, so the next write reaches it alone. A slow device is waited for.
 TEST_F(DevicesTest, AStalledDeviceTimesOutDroppingTheRestAndASlowOneIsNeverCutOff) {
     PipeDevice device("stalled");
-    ASSERT_TRUE(device.ready());
-    ASSERT_EQ(FileOpen(1, device.name(), FileMode::Output), 0);
+    ASSERT_EQ(FileOpen(1, device.name, FileMode::Output), 0);
     const std::string text(64 * 1024, 'x');
     EXPECT_EQ(FileWrite(1, text, false), kErrDeviceTimeout);
     EXPECT_TRUE(FileErrText(kErrDeviceTimeout)
@@ -100,25 +74,6 @@ TEST_F(DevicesTest, AStalledDeviceTimesOutDroppingTheRestAndASlowOneIsNeverCutOf
     EXPECT_TRUE(read == text) << read.size() << " bytes came";
 }
 
-// A stop asked from the console ends a wait for a device: a write after the grace, a read of a
-// pipe at its next step.
-TEST_F(DevicesTest, AStopFromTheConsoleEndsWritesAndReadsThatWait) {
-    SetWriteStallLimit(std::chrono::milliseconds(60000));
-    PipeDevice printer("printer");
-    PipeDevice silent("silent");
-    ASSERT_TRUE(printer.ready() && silent.ready());
-    ASSERT_EQ(FileOpen(1, printer.name(), FileMode::Output), 0);
-    ASSERT_EQ(FileOpen(2, silent.name(), FileMode::Input), 0);
-    // The open never waits for a partner: a pipe that has one already is busy.
-    EXPECT_EQ(FileOpen(3, silent.name(), FileMode::Input), kErrDeviceUnavailable);
-    const StopSignalCatcher catcher;
-    PressCtrlC();
-    EXPECT_EQ(FileWrite(1, std::string(64 * 1024, 'x'), false), kErrUserInterrupt);
-    std::string line = "old";
-    EXPECT_EQ(FileReadLine(2, line), kErrUserInterrupt);
-    EXPECT_EQ(line, "");
-}
-
 volatile LONG ownHandlerRan = 0;
 
 BOOL WINAPI OwnHandler(DWORD) {
@@ -126,17 +81,33 @@ BOOL WINAPI OwnHandler(DWORD) {
     return TRUE;
 }
 
-// Ctrl+C is recorded as SIGINT is elsewhere; once the catcher goes, the handlers from before it
-// hear it again.
-TEST(StopSignalsTest, ACatcherRecordsCtrlCAndGivesTheHandlersBack) {
-    ASSERT_TRUE(OwnConsole());
+// Ctrl+C, recorded as SIGINT is elsewhere, ends a wait for a device: a write after the grace, a
+// read of a pipe at its next step. Once the catcher goes, the handlers from before it hear it
+// again. The test takes a console of its own, so that its Ctrl+C reaches nobody else (Wine,
+// besides, delivers console events only on a console the program made).
+TEST_F(DevicesTest, CtrlCEndsWritesAndReadsThatWaitThenGoesToTheHandlersBeforeTheCatcher) {
+    SetWriteStallLimit(std::chrono::milliseconds(60000));
+    PipeDevice printer("printer");
+    PipeDevice silent("silent");
+    ASSERT_EQ(FileOpen(1, printer.name, FileMode::Output), 0);
+    ASSERT_EQ(FileOpen(2, silent.name, FileMode::Input), 0);
+    // The open never waits for a partner: a pipe that has one already is busy.
+    EXPECT_EQ(FileOpen(3, silent.name, FileMode::Input), kErrDeviceUnavailable);
+    ::FreeConsole();
+    ASSERT_NE(::AllocConsole(), 0);
     ASSERT_NE(::SetConsoleCtrlHandler(OwnHandler, TRUE), 0);
     {
         const StopSignalCatcher catcher;
         EXPECT_FALSE(StopRequested());
-        PressCtrlC();
+        ASSERT_NE(::GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0), 0);
+        while (!StopRequested())
+            ::Sleep(1);
         EXPECT_EQ(StopSignal(), SIGINT);
         EXPECT_EQ(StopSignalDescriptor(), -1);
+        EXPECT_EQ(FileWrite(1, std::string(64 * 1024, 'x'), false), kErrUserInterrupt);
+        std::string line = "old";
+        EXPECT_EQ(FileReadLine(2, line), kErrUserInterrupt);
+        EXPECT_EQ(line, "");
     }
     EXPECT_EQ(ownHandlerRan, 0);
     EXPECT_FALSE(StopRequested());

@@ -1,12 +1,8 @@
 #include <windows.h>
 
-#include <gtest/gtest.h>
-
+#include <algorithm>
 #include <string>
-#include <vector>
 
-#include "platform/file_handles.h"
-#include "platform/file_system.h"
 #include "platform/win32/wide_text.h"
 #include "tests/platform/file_cases.h"
 
@@ -29,9 +25,7 @@ std::string HostBytes(const std::wstring& name) {
 
 std::wstring Backslashed(std::string_view path) {
     std::wstring wide = ToWide(path);
-    for (wchar_t& c : wide) {
-        if (c == L'/') c = L'\\';
-    }
+    std::replace(wide.begin(), wide.end(), L'/', L'\\');
     return wide;
 }
 

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <string>
 
@@ -66,11 +67,11 @@ TEST(ProgramTest, CommandLineIsWhatWindowsGaveAsWindows1252) {
 
 TEST(ProgramTest, ProgramFolderHoldsTheRunningProgramUnlessOverridden) {
     const std::wstring own = OwnFile();
-    EXPECT_EQ(ProgramFolder() + "\\", FromWide(own.substr(0, own.find_last_of(L'\\') + 1)));
-    OverrideProgramFolder("D:\\Lumbra");
-    EXPECT_EQ(ProgramFolder(), "D:\\Lumbra");
-    OverrideProgramFolder("");
-    EXPECT_EQ(ProgramFolder() + "\\", FromWide(own.substr(0, own.find_last_of(L'\\') + 1)));
+    const std::string folder = FromWide(own.substr(0, own.find_last_of(L'\\')));
+    for (const std::string over : {"", "D:\\Lumbra", ""}) {
+        OverrideProgramFolder(over);
+        EXPECT_EQ(ProgramFolder(), over.empty() ? folder : over);
+    }
 }
 
 // A bare name is looked for in each folder of the search path in turn, with the extensions of
@@ -93,12 +94,9 @@ TEST(ProgramTest, ProgramFileFromNameSearchesThePathWithPathext) {
         {"missing", ""},
         {"", ""},
     };
-    for (const auto& [name, file] : cases) {
-        std::string want = file;
-        for (char& c : want) {
-            if (c == '/') c = '\\';
-        }
-        EXPECT_EQ(ProgramFileFromName(name, path), want) << name;
+    for (auto [name, file] : cases) {
+        std::replace(file.begin(), file.end(), '/', '\\');
+        EXPECT_EQ(ProgramFileFromName(name, path), file) << name;
     }
     ::SetEnvironmentVariableW(L"PATHEXT", nullptr);
 }

@@ -4,7 +4,10 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QLineEdit>
 #include <QListWidget>
+#include <QScrollBar>
+#include <QTextBlock>
 #include <QTextDocument>
 #include <functional>
 #include <string>
@@ -42,16 +45,22 @@ TEST(SimulatorWindowTest, ShowsWhatTheSenderWroteToEachDevice) {
     SimulatorWindow window(std::move(printer), 3, std::move(display), 4);
     EXPECT_EQ(window.portOptions().toStdString(),
               "-COM3 " + p.port().path() + " -COM4 " + d.port().path());
+    ASSERT_NE(window.findChild<QLineEdit*>(), nullptr);
+    EXPECT_EQ(window.findChild<QLineEdit*>()->text(), window.portOptions());
+    EXPECT_EQ(window.displayView().screen().lines[1], std::string(20, ' '));
 
     Send(p,
          "\x1Bt\x10Ol\xE1\n\x1B\x99\x1DV1"
-         "\x1Bp\x01\x64\x64");
+         "\x1Bp\x01\x64\x64\x1B!\x08N\n\x1DV0");
     ASSERT_TRUE(Within([&] { return window.drawerView().pulses() == 1; }));
     EXPECT_TRUE(window.drawerView().isOpen());  // for the 200 ms of the pulse
     EXPECT_TRUE(Within([&] { return !window.drawerView().isOpen(); }));
-    EXPECT_EQ(window.paperView().printedLines(), 1);
-    EXPECT_TRUE(window.paperView().toPlainText().startsWith(QStringLiteral("Olá\n✂")))
-        << window.paperView().toPlainText().toStdString();
+    EXPECT_EQ(window.paperView().printedLines(), 2);
+    const QTextDocument& paper = *window.paperView().document();
+    EXPECT_EQ(paper.toPlainText(), QStringLiteral("Olá\n✂ - - - - corte parcial - - - -\nN\n"
+                                                  "✂ - - - - - - corte - - - - - -"));
+    EXPECT_EQ(paper.findBlockByNumber(2).begin().fragment().charFormat().fontWeight(), QFont::Bold);
+    EXPECT_NE(paper.findBlockByNumber(0).begin().fragment().charFormat().fontWeight(), QFont::Bold);
     ASSERT_EQ(window.messages().count(), 1);
     EXPECT_EQ(window.messages().item(0)->text().toStdString(),
               "impressora: comando desconhecido: 1B 99");
@@ -97,6 +106,14 @@ TEST(SimulatorWindowTest, PaperAndMessagesKeepTheirLastLines) {
         zeros += i == 0 ? "00" : " 00";
     EXPECT_EQ(window.messages().item(kHistoryLines - 1)->text().toStdString(),
               "display: comando desconhecido: " + zeros + " e mais 36 bytes");
+    // A new line brings the newest ones into view, wherever the paper was scrolled to.
+    QScrollBar& scroll = *window.paperView().verticalScrollBar();
+    scroll.setValue(0);
+    Send(p, "fim\n");
+    ASSERT_TRUE(Within([&] { return window.paperView().printedLines() == sent + 1; }));
+    EXPECT_GT(scroll.maximum(), 0);
+    EXPECT_EQ(scroll.value(), scroll.maximum());
+    EXPECT_TRUE(window.messages().wordWrap());  // long runs of unknown bytes stay readable
 }
 
 }  // namespace

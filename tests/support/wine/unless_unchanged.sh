@@ -1,7 +1,6 @@
 #!/usr/bin/env bash
 # Runs a test command unless every file its result depends on is byte for byte what it was when the
-# same command last passed. Wine runs are most of a test run's time, and a change that rebuilt none
-# of the programs a Wine test drives cannot change what that test finds.
+# same command last passed: Wine runs are most of a test run's time.
 #   unless_unchanged.sh STAMP INPUT... -- COMMAND [ARGS...]
 # An INPUT folder stands for the .exe files below it (a Wine prefix's own programs left out). The
 # stamp is written only after a pass, and removed before a run.
@@ -12,7 +11,6 @@ inputs=()
 while [ $# -gt 0 ] && [ "$1" != "--" ]; do inputs+=("$1"); shift; done
 [ $# -gt 1 ] || { echo "unless_unchanged.sh: no command after --" >&2; exit 2; }
 shift
-
 key=$(
   for input in "${inputs[@]}"; do
     if [ -d "$input" ]; then
@@ -23,7 +21,7 @@ key=$(
     fi
   done | cat - <(printf '%s\n' "$@") | sha256sum | cut -d' ' -f1
 )
-if [ -f "$stamp" ] && [ "$(cat "$stamp")" = "$key" ]; then
+if [ "$(cat "$stamp" 2>/dev/null)" = "$key" ]; then
   echo "unless_unchanged.sh: every input is as when this passed last ($stamp): not run again"
   exit 0
 fi

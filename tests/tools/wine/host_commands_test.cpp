@@ -1,6 +1,6 @@
 // What depends on the host, as lumbractl.exe does it under Wine: portas lists the prefix's COM
-// ports; simular needs pseudo-terminals, which Windows does not
-// have; a console shows the tool's characters, which a pipe receives as UTF-8.
+// ports; simular needs pseudo-terminals, which Windows does not have; a console shows the tool's
+// characters, which a pipe receives as UTF-8.
 
 #include <string>
 

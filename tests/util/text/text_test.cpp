@@ -18,8 +18,7 @@ namespace {
 using namespace std::string_literals;
 using Words = std::vector<std::string>;
 
-// The global locale with "," as its decimal point while in scope, as on a Portuguese desktop,
-// without any system locale installed.
+// "," as the global locale's decimal point while in scope, as on a Portuguese desktop.
 struct Comma : std::numpunct<char> {
     char do_decimal_point() const override { return ','; }
 };
@@ -35,13 +34,12 @@ const Variant kText{"x"};
 
 TEST(NumRead, ReadsEveryNotationStopsAtTheFirstUnfitCharacterAndFailsOnOverflow) {
     const std::tuple<const char*, double, bool> cases[] = {
-        // decimal, &H hexadecimal, &O octal (16-bit codes read back signed); 1E23 is past the
-        // exactly computed powers of ten
-        {"27", 27, true},         {"&h1b", 27, true},
+        // &H, &O read 16-bit codes back signed; 1E23 and 16 digits are past the exact products
+        {"&h1b", 27, true},       {"9007199254740993E1", 9007199254740993E1, true},
         {"&o33", 27, true},       {"&HFFFF", -1, true},
         {"&H10000", 65536, true}, {"&H123456789", 0, false},
         {" 1\t2\n", 12, true},    {"1d-2", 0.01, true},
-        {"1E10", 1e10, true},     {"-.5", -0.5, true},
+        {"1D+10", 1e10, true},    {"-.5", -0.5, true},
         {"abc", 0, true},         {"123456789012345678901234567890", 1.2345678901234568e29, true},
         {"1E-400", 0, true},      {"1E400", 0, false},
         {"1E23", 1e23, true},     {"-1e-23", -1e-23, true}};
@@ -52,21 +50,10 @@ TEST(NumRead, ReadsEveryNotationStopsAtTheFirstUnfitCharacterAndFailsOnOverflow)
     }
 }
 
-TEST(NumTx, GivesTheCanonicalTextAndTheRegionalOne) {
-    const std::tuple<double, const char*> cases[] = {{0.5, ".5"},     {-0.5, "-.5"},
-                                                     {1.25, "1.25"},  {-0.0, "0"},
-                                                     {1e16, "1E+16"}, {0.000015, "1.5E-05"}};
-    for (const auto& [d, expected] : cases)
-        EXPECT_EQ(NumTx(d), expected) << d;
-    CommaDecimalLocale comma;
-    EXPECT_EQ(NumTxRegional(-0.5), "-0,5");
-    EXPECT_EQ(NumRead("1.5"), 1.5);  // the point reads the same whatever the locale
-}
-
 TEST(TxCnvChr, DecodesCodeListsToTheExactBytes) {
     const std::tuple<const char*, std::string> cases[] = {
         {"chr$(27,112,0,25,250)", "\x1Bp\0\x19\xFA"s},
-        {"AB bin$(13,10)", "AB \r\n"},
+        {"A$(B bin$(13,10)", "A$(B \r\n"},
         {"chr$(&H1B)xchr$( 6 5 )", "\x1BxA"},
         {"chr$(65,,66)", "A\0B"s},
         {"x chr$(65", "x A"},
@@ -79,6 +66,8 @@ TEST(TxCnvChr, DecodesCodeListsToTheExactBytes) {
         TxCnvChr(out);
         EXPECT_EQ(out, expected) << tx;
     }
+    const std::vector<Variant> codes = {"65,x", 255.0, 256.0, -1.0, 0.0, Variant::null()};
+    EXPECT_EQ(TxChrLst(codes), "A\0\xFF\0"s) << "numbers outside 0..255 give no character";
 }
 
 TEST(TxSub, ReplacesFirstOrEveryOccurrenceAndNeverLoops) {
@@ -185,7 +174,7 @@ TEST(TxBlk, FindsTheBlockSkippingInnerBlocks) {
 
 TEST(VlNum, ConvertsIntoTheTargetKindAndGivesZeroOnFailure) {
     const std::tuple<Variant, Variant, Variant> cases[] = {
-        {Variant("42"), kInt16, Variant(std::int16_t{42})},
+        {Variant("32767"), kInt16, Variant(std::int16_t{32767})},
         // Rounding is half to even; a value that rounds outside the target's range gives 0.
         {Variant("2.5"), kInt16, Variant(std::int16_t{2})},
         {Variant(-3.5), kInt16, Variant(std::int16_t{-4})},
@@ -203,6 +192,7 @@ TEST(VlNum, ConvertsIntoTheTargetKindAndGivesZeroOnFailure) {
     }
 }
 
+// The canonical text of a number has no zero before its point; the regional one is the host's.
 TEST(VlTxAndVlMai, GiveTheCanonicalAndTheUpperCaseRegionalTexts) {
     CommaDecimalLocale comma;
     const std::tuple<Variant, const char*, const char*> cases[] = {
@@ -211,10 +201,14 @@ TEST(VlTxAndVlMai, GiveTheCanonicalAndTheUpperCaseRegionalTexts) {
         {Variant("\t\xF7\xFF\x9A\xB5\xDF"), "\t\xF7\xFF\x9A\xB5\xDF", "\t\xF7\x9F\x8A\xB5\xDF"},
         {Variant(1.25), "1.25", "1,25"},
         {Variant(-0.5), "-.5", "-0,5"},
+        {Variant(0.5), ".5", "0,5"},
+        {Variant(-0.0), "0", "0"},
+        {Variant(1e16), "1E+16", "1E+16"},
+        {Variant(0.000015), "1.5E-05", "1,5E-05"},
         {Variant::null(), "", ""}};
-    for (const auto& [v, canonical, upper] : cases) {
+    for (const auto& [v, canonical, upper] : cases)
         EXPECT_EQ(std::make_tuple(VlStr(v), VlMai(v)), std::make_tuple(canonical, Variant(upper)));
-    }
+    EXPECT_EQ(NumRead("1.5"), 1.5);  // the point reads the same whatever the locale
 }
 
 TEST(TxVl, TextTargetTakesTextAndOthersTheNumberOrTheirEmptyValue) {
