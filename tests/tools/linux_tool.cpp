@@ -16,7 +16,12 @@ ToolTarget& Tool() {
         .missingCom3 = {"-COM3", "/nada/tty"},
         .missingCom3Error = "Porta 3 (/nada/tty) n\xC3\xA3o existe",
         .stopSignal = SIGTERM,
+#ifdef __SANITIZE_ADDRESS__
+        // The sanitizer's allocator keeps freed blocks aside: its peak counts copies long gone.
+        .measuresMemory = false,
+#else
         .measuresMemory = true,
+#endif
         .fileName = same,
         .com1AsFile = same,
         .attachPorts =
