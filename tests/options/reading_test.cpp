@@ -365,15 +365,23 @@ TEST_F(Zones, MistakesInTheFileGiveTheZonesTheWalkCanSee) {
 }
 
 TEST_F(Zones, OnlyIdeZonesNamedDefOrOpcBuildOptions) {
-    Open({"#def", "Chave [K]=1", "##", "#OPC", "Op\xE7\xE3o [O]=a", "##", "#DEF:TX", "Chave [K]=2",
-          "##", "#OPC:TX", "Op\xE7\xE3o [O]=b", "##", "#DEFX", "Chave [K]=3", "##"});
+    Open({"#def", "Chave [K]=1", "##", "#OPC", "Op\xE7\xE3o [O]=a", "Ficheiro [F:Fic]=[K].txt",
+          "##", "#DEF:TX", "Chave [K]=2", "##", "#OPC:TX", "Op\xE7\xE3o [O]=b", "##", "#DEFX",
+          "Chave [K]=3", "##"});
     EXPECT_EQ(NextZone(opc).ide, "DEF");
     EXPECT_EQ(opc.option("K"), "1");
     EXPECT_EQ(NextZone(opc).ide, "OPC");
+    ASSERT_EQ(opc.optionTable().size(), 3U);
+    EXPECT_EQ(opc.optionTable()[2].vtx, "1.txt") << "a file option's references are replaced";
+    for (const int cnt : {0, -1}) {
+        opc.ZonOpcPrp(static_cast<std::int16_t>(cnt));
+        EXPECT_EQ(opc.optionTable().size(), 1U) << cnt;
+    }
+    opc.ZonOpcPrp(2);
     for (int i = 0; i < 3; ++i)
         NextZone(opc);
     EXPECT_EQ(opc.option("K"), "1");
-    ASSERT_EQ(opc.optionTable().size(), 2U);
+    ASSERT_EQ(opc.optionTable().size(), 3U);
     EXPECT_EQ(opc.OpcTabPrp("x,o"), 1);
     std::string txi, vop;
     opc.OpcTabCon(txi, vop);
@@ -434,6 +442,16 @@ TEST_F(Zones, TheMemoryTableFindsEntriesByIndexNameOrRoundedNumberWithTheTypedVa
                   std::make_tuple(expectedIdx, expectedTxp, expectedIdx >= 0 && expectedIdx <= 4))
             << expectedTxp;
     }
+    // A missing index clears every output; MemOpcReg appends after the last entry.
+    std::string var = "old", tpp = "old";
+    Variant vp("x");
+    std::int16_t exi = -1;
+    opc.MemConIdx(9, var, vp, tpp, exi);
+    EXPECT_EQ(std::make_tuple(var, tpp, vp, exi), std::make_tuple("", "", Variant(""), 0));
+    opc.MemOpcReg("NOVA", Variant(7.0));
+    ASSERT_EQ(opc.memory().size(), 6u);
+    EXPECT_EQ(opc.memory()[4].txp + "|" + opc.memory()[5].var + "=" + opc.memory()[5].vtx,
+              "Esc [ESC]=&H1B|NOVA=7");
 }
 
 TEST_F(Zones, OptionFileGroupSelectionPicksEntriesInFileOrder) {
@@ -454,8 +472,12 @@ TEST_F(Zones, OptionFileGroupSelectionPicksEntriesInFileOrder) {
         {"div", {"Minusculas"}},
         {"DIV, GAV", {"Editor de texto", "Porta"}},
         {"DIV,GAV", {"Editor de texto", "Gaveta", "Porta", "Outro"}}};
+    TdaOpc::TboMat m;
+    std::int16_t nop = -1;
+    opc.tbOpcPro(m, nop, 2);
+    EXPECT_EQ(nop, 0) << "before any tbOpcPrp";
     for (const auto& [grv, expected] : cases) {
-        std::int16_t nop = -1;
+        nop = -1;
         opc.tbOpcPrp(fic, grv, "TBO", nop);
         Words names;
         for (std::size_t i = 1; i < opc.entries().size(); ++i)
@@ -466,8 +488,6 @@ TEST_F(Zones, OptionFileGroupSelectionPicksEntriesInFileOrder) {
         EXPECT_EQ(opc.fileCount(), 0) << "the file is closed after reading";
     }
     EXPECT_EQ(opc.option("DirBas"), "C:\\LUMBRA") << "its DEF zone loads the options";
-    TdaOpc::TboMat m;
-    std::int16_t nop = -1;
     opc.tbOpcPro(m, nop, 2);
     EXPECT_EQ(std::make_tuple(nop, m[4].size()), std::make_tuple(2, 3u));
     EXPECT_EQ((Words{m[0][2], m[1][2], m[2][2], m[3][2], m[5][2], m[6][2], m[7][2]}),
